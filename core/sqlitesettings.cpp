@@ -1,0 +1,188 @@
+#include "core/sqlitesettings.h"
+
+#include "core/log.h"
+
+#include <QDateTime>
+#include <QFile>
+
+#include <sqlite3.h>
+
+namespace Tarnby {
+
+namespace {
+
+// Section and key names compare without regard to case; "\" separates levels.
+constexpr const char *kSchema = "CREATE TABLE IF NOT EXISTS settings ("
+                                " section TEXT NOT NULL COLLATE NOCASE,"
+                                " key TEXT NOT NULL COLLATE NOCASE,"
+                                " value TEXT NOT NULL,"
+                                " PRIMARY KEY (section, key)) WITHOUT ROWID";
+
+void bindText(sqlite3_stmt *stmt, int index, const QString &text)
+{
+    sqlite3_bind_text16(stmt, index, text.utf16(), int(text.size() * sizeof(char16_t)),
+                        SQLITE_TRANSIENT);
+}
+
+QString columnText(sqlite3_stmt *stmt, int column)
+{
+    const void *data = sqlite3_column_text16(stmt, column);
+    const int bytes = sqlite3_column_bytes16(stmt, column);
+    return data ? QString(static_cast<const QChar *>(data), bytes / int(sizeof(QChar))) : QString();
+}
+
+// Resets a statement when the scope ends, whatever path leaves it.
+struct StatementReset
+{
+    sqlite3_stmt *stmt;
+    ~StatementReset()
+    {
+        if (stmt) {
+            sqlite3_reset(stmt);
+            sqlite3_clear_bindings(stmt);
+        }
+    }
+};
+
+} // namespace
+
+SqliteSettings::SqliteSettings(const QString &file) : m_file(file)
+{
+    if (openFile(file) && isSound())
+        return;
+    closeDb();
+    if (QFile::exists(file)) {
+        const QString aside = file + QStringLiteral(".corrupt-") +
+                              QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddHHmmss"));
+        QFile::rename(file, aside);
+        QFile::remove(file + QStringLiteral("-wal"));
+        QFile::remove(file + QStringLiteral("-shm"));
+        Log(QStringLiteral("Settings database %1 could not be read; kept as %2, starting on defaults "
+                           "(SqliteSettings)")
+                .arg(file, aside));
+    }
+    if (!openFile(file) || !isSound()) {
+        Log(QStringLiteral("Settings database %1 cannot be opened (SqliteSettings)").arg(file));
+        closeDb();
+    }
+}
+
+SqliteSettings::~SqliteSettings()
+{
+    closeDb();
+}
+
+bool SqliteSettings::openFile(const QString &file)
+{
+    if (sqlite3_open_v2(file.toUtf8().constData(), &m_db,
+                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX,
+                        nullptr) != SQLITE_OK)
+        return false;
+    // Another process (tarnby-cli beside the running program) may hold a write lock
+    // for a moment; wait for it rather than fail.
+    sqlite3_busy_timeout(m_db, 2000);
+    // WAL with NORMAL sync: a crash of the program never loses a committed value or
+    // leaves a torn file; only a power cut may lose the last moments.
+    sqlite3_exec(m_db, "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL;", nullptr, nullptr,
+                 nullptr);
+    if (sqlite3_exec(m_db, kSchema, nullptr, nullptr, nullptr) != SQLITE_OK)
+        return false;
+    m_get = prepare("SELECT value FROM settings WHERE section = ?1 AND key = ?2");
+    m_set = prepare("INSERT INTO settings (section, key, value) VALUES (?1, ?2, ?3) "
+                    "ON CONFLICT (section, key) DO UPDATE SET value = excluded.value");
+    m_remove = prepare("DELETE FROM settings WHERE section = ?1 "
+                       "OR substr(section, 1, length(?1) + 1) = ?1 || '\\' COLLATE NOCASE");
+    m_keys = prepare("SELECT key FROM settings WHERE section = ?1");
+    m_sections = prepare("SELECT DISTINCT section FROM settings ORDER BY section");
+    return m_get && m_set && m_remove && m_keys && m_sections;
+}
+
+bool SqliteSettings::isSound()
+{
+    if (!m_db)
+        return false;
+    sqlite3_stmt *check = prepare("PRAGMA quick_check");
+    if (!check)
+        return false;
+    const bool ok = sqlite3_step(check) == SQLITE_ROW && columnText(check, 0) == QStringLiteral("ok");
+    sqlite3_finalize(check);
+    return ok;
+}
+
+void SqliteSettings::closeDb()
+{
+    for (sqlite3_stmt **stmt : {&m_get, &m_set, &m_remove, &m_keys, &m_sections}) {
+        sqlite3_finalize(*stmt);
+        *stmt = nullptr;
+    }
+    if (m_db)
+        sqlite3_close(m_db);
+    m_db = nullptr;
+}
+
+sqlite3_stmt *SqliteSettings::prepare(const char *sql)
+{
+    sqlite3_stmt *stmt = nullptr;
+    if (sqlite3_prepare_v3(m_db, sql, -1, SQLITE_PREPARE_PERSISTENT, &stmt, nullptr) != SQLITE_OK)
+        return nullptr;
+    return stmt;
+}
+
+QString SqliteSettings::value(const QString &section, const QString &key)
+{
+    if (!m_db)
+        return {};
+    StatementReset reset{m_get};
+    bindText(m_get, 1, section);
+    bindText(m_get, 2, key);
+    return sqlite3_step(m_get) == SQLITE_ROW ? columnText(m_get, 0) : QString();
+}
+
+bool SqliteSettings::setValue(const QString &section, const QString &key, const QString &value)
+{
+    if (!m_db)
+        return false;
+    StatementReset reset{m_set};
+    bindText(m_set, 1, section);
+    bindText(m_set, 2, key);
+    bindText(m_set, 3, value.isNull() ? QStringLiteral("") : value);
+    if (sqlite3_step(m_set) == SQLITE_DONE)
+        return true;
+    Log(QStringLiteral("Settings write %1/%2 failed: %3 (SqliteSettings)")
+            .arg(section, key, QString::fromUtf8(sqlite3_errmsg(m_db))));
+    return false;
+}
+
+bool SqliteSettings::removeSection(const QString &section)
+{
+    if (!m_db || section.isEmpty())
+        return false;
+    StatementReset reset{m_remove};
+    bindText(m_remove, 1, section);
+    return sqlite3_step(m_remove) == SQLITE_DONE;
+}
+
+QStringList SqliteSettings::keys(const QString &section)
+{
+    QStringList result;
+    if (!m_db)
+        return result;
+    StatementReset reset{m_keys};
+    bindText(m_keys, 1, section);
+    while (sqlite3_step(m_keys) == SQLITE_ROW)
+        result << columnText(m_keys, 0);
+    return result;
+}
+
+QStringList SqliteSettings::sections()
+{
+    QStringList result;
+    if (!m_db)
+        return result;
+    StatementReset reset{m_sections};
+    while (sqlite3_step(m_sections) == SQLITE_ROW)
+        result << columnText(m_sections, 0);
+    return result;
+}
+
+} // namespace Tarnby

@@ -1,0 +1,44 @@
+#include "core/weathercache.h"
+
+#include "core/processvalues.h"
+#include "core/settingsstore.h"
+
+namespace Tarnby {
+
+QString CacheSectionFor(const QString &code, const QString &name)
+{
+    return QStringLiteral("Cache\\") + code + QLatin1Char('\\') + name;
+}
+
+QString CacheSection(const QString &name)
+{
+    return CacheSectionFor(process().CityCode, name);
+}
+
+QString GetCache(const QString &name, const QString &key, const QString &defaultValue)
+{
+    return GetPref(CacheSection(name), key, defaultValue);
+}
+
+void SaveCache(const QString &name, const QString &key, const QString &value)
+{
+    SavePref(CacheSection(name), key, value);
+}
+
+void DelCache(const QString &name)
+{
+    DelPref(CacheSection(name));
+}
+
+void DeleteStationCache(const QString &code)
+{
+    if (!code.isEmpty())
+        DelPref(QStringLiteral("Cache\\") + code);
+}
+
+void DeleteWholeCache()
+{
+    DelPref(QStringLiteral("Cache"));
+}
+
+} // namespace Tarnby

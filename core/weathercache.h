@@ -1,0 +1,22 @@
+#pragma once
+// The Weather cache: the branch Cache\<code>\<name> of the settings tree, where <code>
+// is the current station (process().CityCode). A station switch redirects every reader
+// at once; data of earlier stations stay until the cache is deleted.
+//
+// Sections: Current, Hourly, Daily, Alerts, Links, News, Sun, UV, LastUpdated, Cache, Misc.
+// Writers of row-wise sections write "count" last, readers never read beyond it.
+
+#include <QString>
+
+namespace Tarnby {
+
+QString CacheSection(const QString &name);                 // "Cache\<code>\<name>"
+QString CacheSectionFor(const QString &code, const QString &name);
+QString GetCache(const QString &name, const QString &key, const QString &defaultValue = QString());
+void SaveCache(const QString &name, const QString &key, const QString &value);
+void DelCache(const QString &name);
+// Deletes the whole cache subtree of one station, or of every station.
+void DeleteStationCache(const QString &code);
+void DeleteWholeCache();
+
+} // namespace Tarnby

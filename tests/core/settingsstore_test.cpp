@@ -1,0 +1,140 @@
+#include "core/log.h"
+#include "core/processvalues.h"
+#include "core/settingsstore.h"
+#include "tests/support/testprofile.h"
+
+#include <QFile>
+
+using namespace Tarnby;
+using Tarnby::Test::TestProfile;
+
+namespace {
+
+// The behaviour both back ends share, run once against each.
+class StoreSemantics : public ::testing::TestWithParam<bool>
+{
+protected:
+    TestProfile profile{GetParam()};
+};
+
+TEST_P(StoreSemantics, WrittenValuesReadBackAndSurviveReopening)
+{
+    SavePref("Conversion", "Offset", "-5");
+    SavePref("Cache\\KDSM\\Current", "temp", "71.6");
+    SavePref("General", "Unicode", QString::fromUtf8("Zürich °C"));
+    profile.reopen(GetParam());
+    EXPECT_EQ(GetPref("Conversion", "Offset"), "-5");
+    EXPECT_EQ(GetPref("Cache\\KDSM\\Current", "temp"), "71.6");
+    EXPECT_EQ(GetPref("General", "Unicode"), QString::fromUtf8("Zürich °C"));
+}
+
+TEST_P(StoreSemantics, EmptyValueAndMissingKeyBothGiveTheDefault)
+{
+    SavePref("Misc", "LastPage", "");
+    EXPECT_EQ(GetPref("Misc", "LastPage", "Current"), "Current");
+    EXPECT_EQ(GetPref("Misc", "NeverWritten", "Current"), "Current");
+    EXPECT_EQ(GetPref("Misc", "NeverWritten"), "");
+}
+
+TEST_P(StoreSemantics, SectionAndKeyNamesIgnoreCase)
+{
+    SavePref("Misc", "SettingPulseUrl", "https://a");
+    EXPECT_EQ(GetPref("MISC", "settingpulseurl"), "https://a");
+    SavePref("misc", "SETTINGPULSEURL", "https://b");
+    EXPECT_EQ(GetPref("Misc", "SettingPulseUrl"), "https://b");
+}
+
+TEST_P(StoreSemantics, OverwriteKeepsOneValue)
+{
+    SavePref("A", "k", "1");
+    SavePref("A", "k", "2");
+    const QStringList keys = SettingsStore::active()->keys("A");
+    ASSERT_EQ(keys.size(), 1);
+    EXPECT_EQ(keys.first().toLower(), "k"); // the profile file stores keys upper-cased
+    EXPECT_EQ(GetPref("A", "k"), "2");
+}
+
+TEST_P(StoreSemantics, MultiLineValuesRoundTrip)
+{
+    const QString text = "Line one\r\nLine two\n\n%0A stays literal\rend";
+    SavePref("Cache\\X\\Alerts", "msg-body1", text);
+    profile.reopen(GetParam());
+    EXPECT_EQ(GetPref("Cache\\X\\Alerts", "msg-body1"), text);
+}
+
+TEST_P(StoreSemantics, DelPrefTakesSubSectionsFromTheRegistryOnly)
+{
+    SavePref("Cache\\A\\Current", "temp", "1");
+    SavePref("Cache\\AB\\Current", "temp", "2");
+    SavePref("Cache", "top", "3");
+    DelPref("Cache\\A");
+    const bool ini = GetParam();
+    // In INI mode the profile file keeps a deleted section's keys.
+    EXPECT_EQ(GetPref("Cache\\A\\Current", "temp"), ini ? "1" : "");
+    EXPECT_EQ(GetPref("Cache\\AB\\Current", "temp"), "2"); // a sibling prefix is not a child
+    EXPECT_EQ(GetPref("Cache", "top"), "3");
+}
+
+INSTANTIATE_TEST_SUITE_P(Backends, StoreSemantics, ::testing::Values(false, true),
+                         [](const auto &info) { return info.param ? "Ini" : "Registry"; });
+
+TEST(StoreLimits, IniValuesAreCutAt749CharactersAndRegistryValuesAreWhole)
+{
+    TestProfile profile(true);
+    const QString longText(800, QLatin1Char('x'));
+    SavePref("Misc", "Long", longText);
+    EXPECT_EQ(GetPref("Misc", "Long").size(), 749);
+    profile.reopen(false);
+    SavePref("Misc", "Long", longText);
+    EXPECT_EQ(GetPref("Misc", "Long").size(), 800);
+}
+
+TEST(StoreLimits, DelPrefInIniModeStillClearsTheRegistryTree)
+{
+    TestProfile profile(false);
+    SavePref("Cache\\K\\Current", "temp", "1");
+    profile.reopen(true);
+    DelPref("Cache");
+    profile.reopen(false);
+    EXPECT_EQ(GetPref("Cache\\K\\Current", "temp"), "");
+}
+
+TEST(StoreLimits, ReadsAndWritesBeforeOpeningAreHarmless)
+{
+    SettingsStore::close();
+    SavePref("A", "b", "c");
+    DelPref("A");
+    EXPECT_EQ(GetPref("A", "b", "default"), "default");
+}
+
+TEST(Credentials, EncodingShiftsEachCharacterByItsPosition)
+{
+    EXPECT_EQ(EncodeCredential("aaa"), "bcd");
+    EXPECT_EQ(DecodeCredential("bcd"), "aaa");
+    const QString secret = QString::fromUtf8("p@ss wörd!");
+    EXPECT_EQ(DecodeCredential(EncodeCredential(secret)), secret);
+    EXPECT_EQ(EncodeCredential(""), "");
+}
+
+TEST(CorruptStore, AnUnreadableDatabaseIsMovedAsideAndTheStoreStartsEmpty)
+{
+    QTemporaryDir dir;
+    const QString file = dir.filePath("settings.sqlite");
+    {
+        QFile junk(file);
+        ASSERT_TRUE(junk.open(QIODevice::WriteOnly));
+        junk.write(QByteArray(8192, '\x5a'));
+    }
+    SettingsStore::open(file, dir.filePath("x.ini"), false);
+    EXPECT_EQ(GetPref("Misc", "Runs", "0"), "0");
+    SavePref("Misc", "Runs", "1");
+    EXPECT_EQ(GetPref("Misc", "Runs"), "1");
+    SettingsStore::close();
+    const QStringList aside = QDir(dir.path()).entryList({"settings.sqlite.corrupt-*"});
+    ASSERT_EQ(aside.size(), 1);
+    QFile kept(dir.filePath(aside.first()));
+    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+    EXPECT_EQ(kept.readAll(), QByteArray(8192, '\x5a'));
+}
+
+} // namespace
