@@ -10,6 +10,16 @@ namespace Tarnby
 namespace
 {
 
+// Trims, turns the JSON escape "\/" into "/" and squeezes every run of blanks to one.
+QString CleanStationText(const QString &text)
+{
+    QString clean = text.trimmed();
+    clean.replace(QStringLiteral("\\/"), QStringLiteral("/"));
+    while (clean.contains(QStringLiteral("  ")))
+        clean.replace(QStringLiteral("  "), QStringLiteral(" "));
+    return clean;
+}
+
 QString orPlaceholder(const QString &value, const QString &placeholder)
 {
     return value.isEmpty() ? placeholder : value;
@@ -71,15 +81,6 @@ const StationFamily &familyOf(const QString &stationType)
 }
 
 } // namespace
-
-QString CleanStationText(const QString &text)
-{
-    QString clean = text.trimmed();
-    clean.replace(QStringLiteral("\\/"), QStringLiteral("/"));
-    while (clean.contains(QStringLiteral("  ")))
-        clean.replace(QStringLiteral("  "), QStringLiteral(" "));
-    return clean;
-}
 
 QString clsWxStation::StationModel() const
 {

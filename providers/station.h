@@ -92,9 +92,6 @@ private:
     QString m_zipCode;
 };
 
-// Trims, turns the JSON escape "\/" into "/" and squeezes every run of blanks to one.
-QString CleanStationText(const QString &text);
-
 // The family of a station type: "WeatherBug", "WUnderground", "NWS" or "CWOP". Types
 // the program does not know, and the empty type, belong to WeatherBug.
 QString StationGroup(const QString &stationType);
