@@ -13,9 +13,11 @@
 #include <utility>
 #include <sys/prctl.h>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
-namespace {
+namespace
+{
 
 constexpr int kStartLimitMs = 5000;
 constexpr int kEndLimitMs = 2000;
@@ -59,7 +61,8 @@ qint64 ProcessLauncher::start(const QString &program, const QStringList &argumen
     QProcess *child = newChild(program, arguments);
     child->start();
     if (!child->waitForStarted(kStartLimitMs)) {
-        Log(QStringLiteral("Could not start %1: %2 (LaunchProcess)").arg(program, child->errorString()));
+        Log(QStringLiteral("Could not start %1: %2 (LaunchProcess)")
+                .arg(program, child->errorString()));
         delete child;
         return 0;
     }
@@ -112,12 +115,11 @@ ChildLauncher *&installedLauncher()
 bool runsHelperProgram(qint64 pid)
 {
     const QString exe = QFileInfo(QStringLiteral("/proc/%1/exe").arg(pid)).symLinkTarget();
-    if (exe.isEmpty())
-        return false;
+    if (exe.isEmpty()) return false;
     for (const char *name : {"dl", "tbdownloader", "tbradar"}) {
-        const QString helper = QFileInfo(HelperProgram(QString::fromLatin1(name))).canonicalFilePath();
-        if (!helper.isEmpty() && helper == exe)
-            return true;
+        const QString helper =
+            QFileInfo(HelperProgram(QString::fromLatin1(name))).canonicalFilePath();
+        if (!helper.isEmpty() && helper == exe) return true;
     }
     return false;
 }
@@ -147,8 +149,7 @@ bool ChildRunning(qint64 pid)
 
 void EndChild(qint64 pid)
 {
-    if (pid > 0)
-        childLauncher().end(pid);
+    if (pid > 0) childLauncher().end(pid);
 }
 
 void EndAllChildren()
@@ -158,8 +159,7 @@ void EndAllChildren()
 
 bool EndHelperProcess(qint64 pid)
 {
-    if (pid <= 0 || !runsHelperProgram(pid))
-        return false;
+    if (pid <= 0 || !runsHelperProgram(pid)) return false;
     if (processLauncher().isRunning(pid))
         processLauncher().end(pid);
     else if (::kill(static_cast<pid_t>(pid), SIGKILL) != 0)

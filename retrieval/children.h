@@ -7,7 +7,8 @@
 #include <QString>
 #include <QStringList>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
 // Starts and ends children. The program uses the QProcess launcher; tests install
 // their own to script what a child writes.

@@ -19,9 +19,11 @@
 
 #include <cmath>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
-namespace {
+namespace
+{
 
 constexpr int kRoundsPerTick = 10;
 constexpr int kParseDownloadSeconds = 30;
@@ -74,8 +76,7 @@ QString downloadArguments(const QString &url, const QString &outputFile, const Q
 }
 
 // The two temporary files of one synchronous download, deleted when it is done.
-struct TransferFiles
-{
+struct TransferFiles {
     QString output = TempFileName(kTempPrefix);
     QString status = TempFileName(kTempPrefix);
     ~TransferFiles()
@@ -102,8 +103,7 @@ bool PumpedSleep(int ticks, const std::function<bool()> &stopWhen)
 {
     for (int round = 0; round < ticks * kRoundsPerTick; ++round) {
         pumpRound();
-        if (stopWhen && stopWhen())
-            return true;
+        if (stopWhen && stopWhen()) return true;
     }
     return false;
 }
@@ -132,8 +132,9 @@ QString TempFileName(const QString &prefix)
 void DeleteTempFiles(const QString &prefix)
 {
     QDir folder(TempFolder());
-    const QStringList names = folder.entryList({prefix + QStringLiteral("*.tmp"), prefix + QStringLiteral("*.exe")},
-                                               QDir::Files | QDir::Hidden);
+    const QStringList names =
+        folder.entryList({prefix + QStringLiteral("*.tmp"), prefix + QStringLiteral("*.exe")},
+                         QDir::Files | QDir::Hidden);
     for (const QString &name : names)
         folder.remove(name);
 }
@@ -143,7 +144,8 @@ qint64 LaunchDownload(const QString &arguments, bool addCacheBuster)
     const qsizetype bar = arguments.indexOf(QLatin1Char('|'));
     const QString url = bar < 0 ? arguments : arguments.left(bar);
     const QString files = bar < 0 ? QString() : arguments.mid(bar);
-    return LaunchProcess(HelperProgram(QStringLiteral("dl")), {downloadUrl(url, addCacheBuster) + files});
+    return LaunchProcess(HelperProgram(QStringLiteral("dl")),
+                         {downloadUrl(url, addCacheBuster) + files});
 }
 
 qint64 LaunchParseDownload(const QString &url, const QString &outputFile, const QString &statusFile,
@@ -178,8 +180,7 @@ bool DownloadTimedOut(const QString &, int timeoutSeconds, qint64 startTime)
 bool WaitForDownload(const QString &statusFile, qint64 processId, int timeoutSeconds,
                      std::optional<qint64> startTime)
 {
-    if (processId < 1)
-        return true;
+    if (processId < 1) return true;
     const qint64 start = startTime.value_or(clock().monotonicMs());
     bool childEnded = false;
     do {
@@ -187,14 +188,15 @@ bool WaitForDownload(const QString &statusFile, qint64 processId, int timeoutSec
         childEnded = !ChildRunning(processId);
     } while (!statusWritten(statusFile) && !childEnded && !timeIsUp(timeoutSeconds, start));
     // Checked once more: the child may have written its status and ended within the round.
-    if (statusWritten(statusFile))
-        return true;
+    if (statusWritten(statusFile)) return true;
     if (childEnded) {
-        Log(QStringLiteral("Download process %1 ended without a status (WaitForDownload)").arg(processId));
+        Log(QStringLiteral("Download process %1 ended without a status (WaitForDownload)")
+                .arg(processId));
         return false;
     }
     EndChild(processId);
-    Log(QStringLiteral("Download process %1 timed out and was ended (WaitForDownload)").arg(processId));
+    Log(QStringLiteral("Download process %1 timed out and was ended (WaitForDownload)")
+            .arg(processId));
     return false;
 }
 
@@ -214,8 +216,7 @@ double StatusValue(const QString &status)
 QString DownloadIt(const QString &url, int timeoutSeconds)
 {
     const TransferFiles files;
-    if (!files.made())
-        return {};
+    if (!files.made()) return {};
     const qint64 pid = LaunchDownload(downloadArguments(url, files.output, files.status));
     if (WaitForDownload(files.status, pid, timeoutSeconds) &&
         StatusValue(ReadStatus(files.status)) == DownloadStatus::Ok)
@@ -228,8 +229,7 @@ QString ResolveParseUrl(const QString &url)
     if (!url.contains(QStringLiteral("?parse=")) && !url.contains(QStringLiteral("&parse=")))
         return url;
     const TransferFiles files;
-    if (!files.made())
-        return url;
+    if (!files.made()) return url;
     const qint64 pid = LaunchParseDownload(url, files.output, files.status, false);
     if (WaitForDownload(files.status, pid, kParseDownloadSeconds) &&
         ReadFile(files.status).trimmed() == QStringLiteral("0"))
@@ -242,8 +242,7 @@ bool IsOnline()
     static const bool loaded =
         QNetworkInformation::loadBackendByFeatures(QNetworkInformation::Feature::Reachability);
     const QNetworkInformation *information = QNetworkInformation::instance();
-    if (!loaded || !information)
-        return true;
+    if (!loaded || !information) return true;
     return information->reachability() != QNetworkInformation::Reachability::Disconnected;
 }
 
@@ -263,17 +262,16 @@ void ShowMessageBox(const QString &text)
 QString MissingProgramFileMessage(const QString &name)
 {
     const QString folder = QFileInfo(HelperProgram(name)).absolutePath();
-    return QStringLiteral("The \"%1\" file could not be found in your Tarnby installation at \"%2\".\n"
-                          "Please reinstall Tarnby to restore this file.")
+    return QStringLiteral(
+               "The \"%1\" file could not be found in your Tarnby installation at \"%2\".\n"
+               "Please reinstall Tarnby to restore this file.")
         .arg(name, folder);
 }
 
 bool RequireProgramFile(const QString &name, bool showMessage)
 {
-    if (QFileInfo::exists(HelperProgram(name)))
-        return true;
-    if (showMessage)
-        ShowMessageBox(MissingProgramFileMessage(name));
+    if (QFileInfo::exists(HelperProgram(name))) return true;
+    if (showMessage) ShowMessageBox(MissingProgramFileMessage(name));
     return false;
 }
 
@@ -285,7 +283,8 @@ QString RemoteLogUrl(const QString &message)
 
 void InstallRemoteLog()
 {
-    setRemoteLogSink([](const QString &message) { DownloadIt(RemoteLogUrl(message), kRemoteLogSeconds); });
+    setRemoteLogSink(
+        [](const QString &message) { DownloadIt(RemoteLogUrl(message), kRemoteLogSeconds); });
 }
 
 } // namespace Tarnby

@@ -12,10 +12,12 @@
 #include <functional>
 #include <optional>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
 // What a child writes into its status file.
-namespace DownloadStatus {
+namespace DownloadStatus
+{
 constexpr int Ok = 0;
 constexpr int ServerNotFound = 3; // host not resolved or not reachable
 constexpr int Unauthorized = 401; // the server refused the token
@@ -23,8 +25,7 @@ constexpr int ProxyAuthenticationRequired = 407;
 } // namespace DownloadStatus
 
 // One queued download of a retrieval run.
-struct DownloadJob
-{
+struct DownloadJob {
     QString Url; // empty: nothing is launched, the job still counts as started
     QString OutputFile;
     QString StatusFile;
@@ -56,8 +57,8 @@ inline const QString kTempPrefix = QStringLiteral("TBL");
 // addCacheBuster) goes through VendorUrl; starts dl. Returns the pid, 0 on failure.
 qint64 LaunchDownload(const QString &arguments, bool addCacheBuster = false);
 // The same for tbdownloader, which resolves the "parse" instruction of url to a link.
-qint64 LaunchParseDownload(const QString &url, const QString &outputFile,
-                           const QString &statusFile, bool addCacheBuster = false);
+qint64 LaunchParseDownload(const QString &url, const QString &outputFile, const QString &statusFile,
+                           bool addCacheBuster = false);
 
 // Launches the job when its Url is not empty (making its two temporary files); in
 // every case records StartTime, sets Started and adds 1 to activeDownloads.

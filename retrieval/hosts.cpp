@@ -4,12 +4,13 @@
 
 #include <array>
 
-namespace Tarnby {
-
-namespace {
-
-struct HostEntry
+namespace Tarnby
 {
+
+namespace
+{
+
+struct HostEntry {
     Host host;
     const char *key;
     const char *defaultUrl;
@@ -46,8 +47,7 @@ constexpr std::array<HostEntry, 22> kHosts{{
 constexpr bool inEnumOrder()
 {
     for (std::size_t i = 0; i < kHosts.size(); ++i)
-        if (static_cast<std::size_t>(kHosts[i].host) != i)
-            return false;
+        if (static_cast<std::size_t>(kHosts[i].host) != i) return false;
     return true;
 }
 static_assert(inEnumOrder(), "kHosts must list the hosts in the order of enum Host");

@@ -36,7 +36,8 @@
 
 #include <QString>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
 enum class Host {
     Vendor,              // settings document, token, probe, relay, remote log, geocoding relay

@@ -11,9 +11,11 @@
 
 #include <array>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
-namespace {
+namespace
+{
 
 constexpr int kVendorSeconds = 30;
 constexpr qint64 kTokenLifeSeconds = 23 * 3600;
@@ -49,8 +51,9 @@ bool mesowestOrNws(const QString &value)
 }
 bool mapSourceName(const QString &value)
 {
-    static const QStringList names{QStringLiteral("wu"), QStringLiteral("tb"), QStringLiteral("tb2"),
-                                   QStringLiteral("tb3"), QStringLiteral("tb5")};
+    static const QStringList names{QStringLiteral("wu"), QStringLiteral("tb"),
+                                   QStringLiteral("tb2"), QStringLiteral("tb3"),
+                                   QStringLiteral("tb5")};
     return names.contains(value);
 }
 bool httpAddress(const QString &value)
@@ -58,8 +61,7 @@ bool httpAddress(const QString &value)
     return value.startsWith(QStringLiteral("http"), Qt::CaseInsensitive);
 }
 
-struct ServiceSetting
-{
+struct ServiceSetting {
     const char *name; // the element's base name in lower case
     bool (*accepts)(const QString &);
     QString ProcessValues::*value;
@@ -80,8 +82,7 @@ const std::array<ServiceSetting, 8> kServiceSettings{{
 const ServiceSetting *findSetting(const QString &lowerName)
 {
     for (const ServiceSetting &setting : kServiceSettings)
-        if (lowerName == QLatin1String(setting.name))
-            return &setting;
+        if (lowerName == QLatin1String(setting.name)) return &setting;
     return nullptr;
 }
 
@@ -96,14 +97,11 @@ void applySetting(const QDomElement &element)
     const QString name = baseName(element);
     const ServiceSetting *setting = findSetting(name.toLower());
     const QString value = element.text().trimmed();
-    if (!setting || !setting->accepts(value))
-        return;
+    if (!setting || !setting->accepts(value)) return;
     const QString key = QStringLiteral("Setting") + name;
-    if (setting->value == &ProcessValues::PulseUrl && value != GetPref(kMisc, key))
-        ClearApiToken();
+    if (setting->value == &ProcessValues::PulseUrl && value != GetPref(kMisc, key)) ClearApiToken();
     process().*(setting->value) = value;
-    if (setting->stored)
-        SavePref(kMisc, key, value);
+    if (setting->stored) SavePref(kMisc, key, value);
 }
 
 } // namespace
@@ -111,13 +109,11 @@ void applySetting(const QDomElement &element)
 QString GetApiToken()
 {
     QString token = GetPref(kMisc, kToken);
-    if (!token.isEmpty() && !tokenIsStale())
-        return token;
+    if (!token.isEmpty() && !tokenIsStale()) return token;
     token = DownloadIt(vendorRequest(QStringLiteral("/GetPulseApiKey")), kVendorSeconds).trimmed();
     SavePref(kMisc, kToken, token);
     SavePref(kMisc, kTokenFetched, clock().now().toString(Qt::ISODate));
-    if (token.isEmpty())
-        Log(QStringLiteral("No API token from the vendor service (GetApiToken)"));
+    if (token.isEmpty()) Log(QStringLiteral("No API token from the vendor service (GetApiToken)"));
     return token;
 }
 
@@ -129,18 +125,20 @@ void ClearApiToken()
 
 void LoadServiceSettings()
 {
-    const QString document = DownloadIt(vendorRequest(QStringLiteral("/GetTbSettings")), kVendorSeconds);
+    const QString document =
+        DownloadIt(vendorRequest(QStringLiteral("/GetTbSettings")), kVendorSeconds);
     QDomDocument dom;
     QString error;
     int line = 0;
     if (!dom.setContent(document, &error, &line)) {
-        Log(QStringLiteral("Service settings not loaded: %1 at line %2 (LoadServiceSettings)").arg(error).arg(line));
+        Log(QStringLiteral("Service settings not loaded: %1 at line %2 (LoadServiceSettings)")
+                .arg(error)
+                .arg(line));
         return;
     }
     process().SettingsLoaded = true;
     const QDomElement root = dom.documentElement();
-    if (root.tagName() != QStringLiteral("settings"))
-        return;
+    if (root.tagName() != QStringLiteral("settings")) return;
     for (QDomElement element = root.firstChildElement(); !element.isNull();
          element = element.nextSiblingElement())
         applySetting(element);
@@ -150,8 +148,8 @@ void ReloadServiceSettingsIfDue()
 {
     ProcessValues &values = process();
     const QDateTime now = clock().now();
-    if (values.SettingsLoaded ||
-        (values.SettingsLastAttempt.isValid() && values.SettingsLastAttempt.secsTo(now) <= kSettingsRetrySeconds))
+    if (values.SettingsLoaded || (values.SettingsLastAttempt.isValid() &&
+                                  values.SettingsLastAttempt.secsTo(now) <= kSettingsRetrySeconds))
         return;
     values.SettingsLastAttempt = now;
     LoadServiceSettings();
@@ -161,9 +159,9 @@ bool HttpsProbe()
 {
     const QString path = QStringLiteral("/tarnby/app/downloadtest");
     const QString ok = QStringLiteral("ok");
-    if (DownloadIt(HostUrl(Host::Vendor) + path, kVendorSeconds).trimmed() == ok)
-        return false;
-    return DownloadIt(HostUrl(Host::VendorPlain) + path + QStringLiteral("?ssl=0"), kVendorSeconds).trimmed() == ok;
+    if (DownloadIt(HostUrl(Host::Vendor) + path, kVendorSeconds).trimmed() == ok) return false;
+    return DownloadIt(HostUrl(Host::VendorPlain) + path + QStringLiteral("?ssl=0"), kVendorSeconds)
+               .trimmed() == ok;
 }
 
 } // namespace Tarnby

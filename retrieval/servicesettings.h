@@ -9,7 +9,8 @@
 
 #include <QString>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
 // The current token, fetched from /GetPulseApiKey when there is none or when it was
 // fetched more than 23 hours ago. Empty when the fetch failed: requests then go out

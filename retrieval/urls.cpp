@@ -5,9 +5,11 @@
 
 #include <QUrl>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
-namespace {
+namespace
+{
 
 bool isAsciiAlphanumeric(QChar c)
 {
@@ -18,15 +20,15 @@ bool isAsciiAlphanumeric(QChar c)
 
 QString withSslOff(const QString &url)
 {
-    return url + (url.contains(QLatin1Char('?')) ? QStringLiteral("&ssl=0") : QStringLiteral("?ssl=0"));
+    return url +
+           (url.contains(QLatin1Char('?')) ? QStringLiteral("&ssl=0") : QStringLiteral("?ssl=0"));
 }
 
 } // namespace
 
 QString VendorUrl(const QString &url)
 {
-    if (!process().VendorPlainHttp)
-        return url;
+    if (!process().VendorPlainHttp) return url;
     const QString secure = HostUrl(Host::Vendor);
     const QString hostName = QUrl(secure).host();
     if (hostName.isEmpty() || !url.contains(hostName) || url.contains(QStringLiteral("ssl=0")) ||
@@ -44,12 +46,11 @@ QString RelayUrl(const QString &url)
 
 QString RelayIfOldSystem(const QString &url)
 {
-    if (process().WindowsMajor > 9)
-        return url;
+    if (process().WindowsMajor > 9) return url;
     const QString lowered = url.toLower();
-    for (Host host : {Host::MesoWestApi, Host::NwsApi, Host::NwsWesternRegion, Host::EarthNetworksApi})
-        if (lowered.startsWith(HostUrl(host).toLower()))
-            return RelayUrl(url);
+    for (Host host :
+         {Host::MesoWestApi, Host::NwsApi, Host::NwsWesternRegion, Host::EarthNetworksApi})
+        if (lowered.startsWith(HostUrl(host).toLower())) return RelayUrl(url);
     return url;
 }
 
@@ -59,8 +60,7 @@ QString UrlEncode(const QString &text)
     const qsizetype scanLength = text.size(); // taken once; escapes lengthen result
     for (qsizetype i = 0; i < scanLength; ++i) {
         const QChar c = result.at(i);
-        if (isAsciiAlphanumeric(c))
-            continue;
+        if (isAsciiAlphanumeric(c)) continue;
         if (c == QLatin1Char(' '))
             result[i] = QLatin1Char('+');
         else

@@ -4,7 +4,8 @@
 
 #include <QString>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
 // With VendorPlainHttp set, a URL that contains the vendor's host name and "https://"
 // and not yet "ssl=0" is lower-cased as a whole (query values too, on purpose), moved
