@@ -53,6 +53,17 @@ int finishJob(const JobFiles &files, int status)
     return status == StatusOk ? 0 : 1;
 }
 
+int childMain(const char *program, int argc, char **argv, int (*run)(int, char **))
+{
+    tieLifetimeToParent();
+    try {
+        return run(argc, argv);
+    } catch (...) {
+        complain(program, "out of memory");
+        return 2;
+    }
+}
+
 void complain(const char *program, const std::string &message)
 {
     std::fprintf(stderr, "%s: %s\n", program, message.c_str());

@@ -27,6 +27,10 @@ bool writeFileAtomic(const std::string &path, const std::string &text);
 // 2 when the status file could not be written.
 int finishJob(const JobFiles &files, int status);
 
+// The main() of a child: ties it to its parent, then runs run(argc, argv) and returns
+// its exit code; an exception (only memory can run out here) becomes exit code 2.
+int childMain(const char *program, int argc, char **argv, int (*run)(int, char **));
+
 // Prints "<program>: <message>" on stderr.
 void complain(const char *program, const std::string &message);
 

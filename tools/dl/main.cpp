@@ -86,11 +86,5 @@ int run(int argc, char **argv)
 
 int main(int argc, char **argv)
 {
-    tieLifetimeToParent();
-    try {
-        return run(argc, argv);
-    } catch (...) {
-        complain(Program, "out of memory");
-        return 2;
-    }
+    return childMain(Program, argc, argv, run);
 }
