@@ -51,7 +51,7 @@ TEST_F(TempFileTest, WithoutAProfileTheSystemTempFolderServes)
     DeleteFile(name);
 }
 
-class JobTest : public Test::FetchTest
+class JobTest : public Test::ScriptedFetchTest
 {
 };
 
@@ -101,9 +101,10 @@ TEST_F(JobTest, CacheBusterStampsTheHourWithoutLeadingZero)
 {
     FixedClock fixed(QDateTime(QDate(2024, 3, 5), QTime(7, 8, 9)));
     setClock(&fixed);
-    LaunchDownload("http://h.example/a?x=1|o|s", true);
-    LaunchDownload("http://h.example/a|o|s", true);
-    LaunchParseDownload("http://h.example/p?parse=1", "o", "s", true);
+    const QString files = "|" + profile.file("o") + "|" + profile.file("s");
+    LaunchDownload("http://h.example/a?x=1" + files, true);
+    LaunchDownload("http://h.example/a" + files, true);
+    LaunchParseDownload("http://h.example/p?parse=1", profile.file("o"), profile.file("s"), true);
     EXPECT_EQ(launchedUrls(), QStringList({"http://h.example/a?x=1&2024030570809",
                                            "http://h.example/a?2024030570809",
                                            "http://h.example/p?parse=1&2024030570809"}));
@@ -112,14 +113,15 @@ TEST_F(JobTest, CacheBusterStampsTheHourWithoutLeadingZero)
 TEST_F(JobTest, VendorRewriteTouchesTheUrlButNotTheFiles)
 {
     process().VendorPlainHttp = true;
-    LaunchDownload("https://service.tarnby.invalid/X|/Tmp/Out.tmp|/Tmp/St.tmp");
-    LaunchParseDownload("https://service.tarnby.invalid/P?parse=A", "/Tmp/O", "/Tmp/S");
+    const QString output = profile.file("Out.tmp"), status = profile.file("St.tmp");
+    LaunchDownload("https://service.tarnby.invalid/X|" + output + "|" + status);
+    LaunchParseDownload("https://service.tarnby.invalid/P?parse=A", output, status);
     ASSERT_EQ(children.launches.size(), 2);
     EXPECT_EQ(children.launches[0].arguments,
-              QStringList({"http://www.tarnby.invalid/x?ssl=0|/Tmp/Out.tmp|/Tmp/St.tmp"}));
+              QStringList({"http://www.tarnby.invalid/x?ssl=0|" + output + "|" + status}));
     EXPECT_EQ(QFileInfo(children.launches[1].program).fileName(), "tbdownloader");
     EXPECT_EQ(children.launches[1].arguments,
-              QStringList({"http://www.tarnby.invalid/p?parse=a&ssl=0", "/Tmp/O", "/Tmp/S"}));
+              QStringList({"http://www.tarnby.invalid/p?parse=a&ssl=0", output, status}));
 }
 
 struct StatusCase {
@@ -151,7 +153,7 @@ TEST_F(JobTest, ReadStatusTrimsAndDropsLineBreaks)
     EXPECT_EQ(ReadStatus(profile.file("missing")), "");
 }
 
-class WaitTest : public Test::FetchTest
+class WaitTest : public Test::ScriptedFetchTest
 {
 };
 
@@ -181,7 +183,7 @@ TEST_F(WaitTest, PumpedSleepStopsAsSoonAsAsked)
     EXPECT_FALSE(PumpedSleep(1, [&] { return false; }));
 }
 
-class DownloadItTest : public Test::FetchTest
+class DownloadItTest : public Test::ScriptedFetchTest
 {
 };
 
@@ -228,7 +230,7 @@ TEST_F(DownloadItTest, ParseUrlsAreResolvedByTheSecondDownloader)
     EXPECT_TRUE(tempFiles().isEmpty());
 }
 
-class ProgramFileTest : public Test::FetchTest
+class ProgramFileTest : public Test::ScriptedFetchTest
 {
 };
 
@@ -250,7 +252,7 @@ TEST_F(ProgramFileTest, MissingHelperIsWordedForTheBox)
                                       "Please reinstall Tarnby to restore this file."}));
 }
 
-class RemoteLogTest : public Test::FetchTest
+class RemoteLogTest : public Test::ScriptedFetchTest
 {
 };
 

@@ -1,6 +1,6 @@
 #pragma once
-// The fixture of the fetch layer's tests: a throwaway profile, scripted children and
-// time limits shortened a hundredfold (30 seconds become 300 ms).
+// Fixtures of the fetch layer's tests: a throwaway profile, time limits shortened a
+// hundredfold (30 seconds become 300 ms) and, for the unit tests, scripted children.
 
 #include "core/clock.h"
 #include "core/log.h"
@@ -25,6 +25,11 @@ protected:
         setMessageBoxSink({});
     }
     QStringList tempFiles() const { return QDir(TempFolder()).entryList(QDir::Files); }
+};
+
+class ScriptedFetchTest : public FetchTest
+{
+protected:
     QStringList launchedUrls() const
     {
         QStringList urls;

@@ -12,7 +12,7 @@ namespace
 const QString kVendor = QStringLiteral("https://service.tarnby.invalid");
 
 // A vendor service in a map: path (before "?") to the reply; anything else fails with 3.
-class VendorServiceTest : public Test::FetchTest
+class VendorServiceTest : public Test::ScriptedFetchTest
 {
 protected:
     VendorServiceTest()
