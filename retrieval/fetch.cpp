@@ -141,6 +141,8 @@ void DeleteTempFiles(const QString &prefix)
 
 qint64 LaunchDownload(const QString &arguments, bool addCacheBuster)
 {
+    // No shared web cache sits between the children and the network, so there is no
+    // cached copy to evict before a download.
     const qsizetype bar = arguments.indexOf(QLatin1Char('|'));
     const QString url = bar < 0 ? arguments : arguments.left(bar);
     const QString files = bar < 0 ? QString() : arguments.mid(bar);

@@ -51,12 +51,6 @@ TEST_F(UrlTest, StoredHostReplacesTheDefault)
     EXPECT_EQ(HostUrl(Host::NwsForecast), HostDefault(Host::NwsForecast));
 }
 
-TEST_F(UrlTest, VendorDefaultsNeverResolve)
-{
-    for (Host host : {Host::Vendor, Host::VendorPlain, Host::VendorDownloads})
-        EXPECT_TRUE(HostUrl(host).endsWith(".invalid")) << HostUrl(host).toStdString();
-}
-
 TEST_F(UrlTest, UserAgentCarriesVersionAndContact)
 {
     EXPECT_TRUE(UserAgent().startsWith("Tarnby/" TARNBY_VERSION " (")) << UserAgent().toStdString();
