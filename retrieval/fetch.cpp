@@ -99,13 +99,10 @@ qint64 FetchLimitMs(int seconds)
     return std::llround(seconds * 1000.0 * timeScale());
 }
 
-bool PumpedSleep(int ticks, const std::function<bool()> &stopWhen)
+void PumpedSleep(int ticks)
 {
-    for (int round = 0; round < ticks * kRoundsPerTick; ++round) {
+    for (int round = 0; round < ticks * kRoundsPerTick; ++round)
         pumpRound();
-        if (stopWhen && stopWhen()) return true;
-    }
-    return false;
 }
 
 QString TempFolder()

@@ -41,8 +41,8 @@ void setFetchTimeScale(double scale);
 qint64 FetchLimitMs(int seconds);
 
 // Waits n ticks of about 10 ms, each made of 10 rounds of a 1 ms sleep and an event
-// pump. With stopWhen, returns true as soon as it holds after a round.
-bool PumpedSleep(int ticks, const std::function<bool()> &stopWhen = {});
+// pump, so timers and clicks run during the wait.
+void PumpedSleep(int ticks);
 
 // <ProfilePath>/Temp (before the profile is known, the system's temp folder/Tarnby),
 // created when missing.
