@@ -31,6 +31,7 @@ struct SunAtNoon {
     double noonUt;        // hours after 0h UT of the date
     double sinDecl;       // sine of the declination
     double sinDeclPerDay; // its change per day, to carry it to the time of each event
+    double radius;        // apparent radius of the disc, degrees
 };
 
 // Days since 2000 January 0.0 UT, at 0h UT of the date.
@@ -63,8 +64,9 @@ SunAtNoon sunAt(double d, double longitude)
         revolution(ra - meanLongitude + 180.0) - 180.0; // minus the equation of time
     // The true longitude advances at the mean rate, faster near perihelion.
     const double lonPerDay = 0.9856002585 * kDegToRad * (1.0 + 2.0 * e * cosM);
+    const double distance = std::sqrt(x * x + y * y); // astronomical units
     return {12.0 - longitude / 15.0 + raMinusL / 15.0, sinLon * sinObliquity,
-            sinObliquity * cosLon * lonPerDay};
+            sinObliquity * cosLon * lonPerDay, 0.2666 / distance};
 }
 
 // One crossing of the altitude whose sine is sinAltitude; direction -1 rising, +1 setting.
@@ -407,7 +409,9 @@ SunTimes GetSunTimes(double latitude, double longitude, const QDate &date, int b
     const double sinLat = std::sin(latitude * kDegToRad);
     const double cosLat = std::cos(latitude * kDegToRad);
     const double biasHours = biasMinutes / 60.0;
-    return {crossings(sun, -35.0 / 60.0, sinLat, cosLat, biasHours),
+    // Sunrise and sunset are when the upper edge of the disc meets the horizon, lifted by
+    // 35' of refraction; the twilights go by the centre.
+    return {crossings(sun, -35.0 / 60.0 - sun.radius, sinLat, cosLat, biasHours),
             crossings(sun, -6.0, sinLat, cosLat, biasHours),
             crossings(sun, -12.0, sinLat, cosLat, biasHours),
             crossings(sun, -18.0, sinLat, cosLat, biasHours)};
