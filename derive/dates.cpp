@@ -166,10 +166,7 @@ QString pictureFromQtTime(const QString &format)
     while (i < format.size()) {
         const QChar c = format.at(i);
         if (c == u'\'') {
-            const qsizetype close = format.indexOf(u'\'', i + 1);
-            const qsizetype end = close < 0 ? format.size() : close;
-            out += QLatin1Char('"') + format.mid(i + 1, end - i - 1) + QLatin1Char('"');
-            i = end + 1;
+            out += QLatin1Char('"') + readQuoted(format, i) + QLatin1Char('"');
         } else if (c == u't' || c == u'z') {
             while (i < format.size() && format.at(i) == c)
                 ++i;
