@@ -46,10 +46,12 @@ bool writeFileAtomic(const std::string &path, const std::string &text)
     return false;
 }
 
-int finishJob(const JobFiles &files, int status)
+int finishJob(const char *program, const JobFiles &files, int status)
 {
-    if (files.statusFile.empty() || !writeFileAtomic(files.statusFile, std::to_string(status)))
+    if (files.statusFile.empty() || !writeFileAtomic(files.statusFile, std::to_string(status))) {
+        complain(program, "cannot write the status file \"" + files.statusFile + "\"");
         return 2;
+    }
     return status == StatusOk ? 0 : 1;
 }
 

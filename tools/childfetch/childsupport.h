@@ -24,8 +24,8 @@ bool writeFileAtomic(const std::string &path, const std::string &text);
 
 // Writes the status number as decimal text without a line end, last of all the job's
 // files. Returns the process exit code: 0 for status 0, 1 for a failure status written,
-// 2 when the status file could not be written.
-int finishJob(const JobFiles &files, int status);
+// 2 when the status file could not be written (said on stderr).
+int finishJob(const char *program, const JobFiles &files, int status);
 
 // The main() of a child: ties it to its parent, then runs run(argc, argv) and returns
 // its exit code; an exception (only memory can run out here) becomes exit code 2.

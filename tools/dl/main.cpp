@@ -77,9 +77,9 @@ int run(int argc, char **argv)
     }
     if (job.url.empty() || job.files.outputFile.empty()) {
         complain(Program, "expected \"<url>|<outputfile>|<statusfile>\"");
-        return finishJob(job.files, StatusBadCommandLine);
+        return finishJob(Program, job.files, StatusBadCommandLine);
     }
-    return finishJob(job.files, download(job));
+    return finishJob(Program, job.files, download(job));
 }
 
 } // namespace

@@ -136,6 +136,12 @@ int DocumentService::start(const std::string &rootFolder, int port)
     // Short idle times let stop() finish soon after the last client.
     server->set_keep_alive_timeout(1);
     server->set_read_timeout(2);
+    // httplib's default also sets SO_REUSEPORT, which would let a second service share
+    // the port unnoticed.
+    server->set_socket_options([](socket_t socket) {
+        const int yes = 1;
+        ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof(yes));
+    });
     server->Get(".*", [this](const httplib::Request &request, httplib::Response &response) {
         d->answer(request, response);
     });

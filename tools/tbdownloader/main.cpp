@@ -51,9 +51,9 @@ int run(int argc, char **argv)
     }
     if (url.empty() || files.outputFile.empty()) {
         complain(Program, "empty url or output file name");
-        return finishJob(files, StatusBadCommandLine);
+        return finishJob(Program, files, StatusBadCommandLine);
     }
-    return finishJob(files, resolveParseLink(url, files));
+    return finishJob(Program, files, resolveParseLink(url, files));
 }
 
 } // namespace
