@@ -79,6 +79,7 @@ struct DocumentService::Private {
         if (requests.size() > MaxRecordedRequests) requests.pop_front();
     }
 
+    std::unique_ptr<httplib::Server> makeServer();
     void answer(const httplib::Request &request, httplib::Response &response);
     void sendBody(httplib::Response &response, Answer &answer);
 };
@@ -121,16 +122,8 @@ void DocumentService::Private::sendBody(httplib::Response &response, Answer &ans
         });
 }
 
-DocumentService::DocumentService() : d(std::make_unique<Private>()) {}
-
-DocumentService::~DocumentService()
+std::unique_ptr<httplib::Server> DocumentService::Private::makeServer()
 {
-    stop();
-}
-
-int DocumentService::start(const std::string &rootFolder, int port)
-{
-    if (d->server) return 0;
     auto server = std::make_unique<httplib::Server>();
     server->new_task_queue = [] { return new httplib::ThreadPool(WorkerThreads); };
     // Short idle times let stop() finish soon after the last client.
@@ -143,21 +136,39 @@ int DocumentService::start(const std::string &rootFolder, int port)
         ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof(yes));
     });
     server->Get(".*", [this](const httplib::Request &request, httplib::Response &response) {
-        d->answer(request, response);
+        answer(request, response);
     });
-    const int bound = port == 0 ? server->bind_to_any_port(LoopbackAddress)
-                                : (server->bind_to_port(LoopbackAddress, port) ? port : 0);
-    if (bound <= 0) return 0;
-    d->root = rootFolder;
-    d->port = bound;
-    d->stopping = false;
-    d->server = std::move(server);
-    d->listener = std::thread([server = d->server.get()] { server->listen_after_bind(); });
+    return server;
+}
+
+DocumentService::DocumentService() : d(std::make_unique<Private>()) {}
+
+DocumentService::~DocumentService()
+{
+    stop();
+}
+
+int DocumentService::start(const std::string &rootFolder, int port)
+{
+    if (d->server) return 0;
+    try {
+        auto server = d->makeServer();
+        const int bound = port == 0 ? server->bind_to_any_port(LoopbackAddress)
+                                    : (server->bind_to_port(LoopbackAddress, port) ? port : 0);
+        if (bound <= 0) return 0;
+        d->root = rootFolder;
+        d->stopping = false;
+        d->listener = std::thread([running = server.get()] { running->listen_after_bind(); });
+        d->server = std::move(server);
+        d->port = bound;
+    } catch (const std::exception &) { // no thread to be had
+        return 0;
+    }
     // stop() only takes effect once the server runs; the port already accepts meanwhile.
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
     while (!d->server->is_running() && std::chrono::steady_clock::now() < deadline)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    return bound;
+    return d->port;
 }
 
 void DocumentService::stop()
