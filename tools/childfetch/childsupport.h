@@ -2,6 +2,7 @@
 // What every downloader child does around its fetch: stay tied to its parent, and
 // hand its results over in files that are never seen half written.
 
+#include <cstddef>
 #include <string>
 
 namespace Tarnby::Child
@@ -17,6 +18,9 @@ struct JobFiles {
 // at once when the parent is already gone (the child was handed to init before the
 // request took hold). Call first thing in main().
 void tieLifetimeToParent();
+
+// Writes all of data to the descriptor; false on a write error.
+bool writeAll(int fd, const char *data, std::size_t size);
 
 // Writes text to path whole: to "<path>.<pid>.tmp" beside it, then renamed over it, so
 // a reader sees either the old file or the complete new one. False on any failure.
