@@ -22,9 +22,6 @@ namespace Tarnby
 namespace
 {
 
-const QString kCurrent = QStringLiteral("Current");
-const QString kNotAvailable = QStringLiteral("N/A");
-
 enum class FieldKind { Reading, WholeRate, Humidity, HumidityHigh, HumidityLow, Plain, Direction };
 
 struct RecordField {
@@ -93,7 +90,7 @@ QString observedText(const QStringList &fields)
 
 void save(const char *key, const QString &value)
 {
-    SaveCache(kCurrent, QLatin1String(key), value);
+    SaveCache(kCurrentSection, QLatin1String(key), value);
 }
 
 void writeField(const QStringList &fields, const RecordField &field)
@@ -149,18 +146,19 @@ void ProcessPwsConditions(const QString &documentPath, bool, bool)
         process().ProcessingConditions = false;
         return;
     }
-    const QString stationBefore = GetCache(kCurrent, QStringLiteral("station-id"));
+    const QString stationBefore = GetCache(kCurrentSection, QStringLiteral("station-id"));
     RememberConditions();
-    DelCache(kCurrent);
+    DelCache(kCurrentSection);
     save("downloaded", generalDateText(localNow()));
     // A short record leaves the flag raised: the branch is half written.
     if (!writeFields(fields)) return;
     // This reader watches after its writes, so the values agree and no balloon pops.
     const ConditionWatch watch;
-    if (watch.watching() && GetCache(kCurrent, QStringLiteral("station-id")) == stationBefore)
+    if (watch.watching() &&
+        GetCache(kCurrentSection, QStringLiteral("station-id")) == stationBefore)
         watch.popIfChanged(true);
     SaveCache(QStringLiteral("LastUpdated"), QStringLiteral("CurrentTimeStamp"),
-              GetCache(kCurrent, QStringLiteral("observed")));
+              GetCache(kCurrentSection, QStringLiteral("observed")));
     StoreLastPressure();
     process().ProcessingConditions = false;
 }

@@ -14,6 +14,10 @@
 namespace Tarnby
 {
 
+// The branch live readings go to, and the word of a missing value.
+inline const QString kCurrentSection = QStringLiteral("Current");
+inline const QString kNotAvailable = QStringLiteral("N/A");
+
 enum class ReadingRule {
     Temperature, // twin in °C when the user sees Celsius (unit "C" or both units), else "N/A"
     Rate,        // a temperature change: twin × 1.8 ("###.0") for unit "C", else the value;

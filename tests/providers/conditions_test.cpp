@@ -42,7 +42,8 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(ConditionsTest, PressureTextReadsTheTwinAndLeavesTheRateWithoutTrend)
 {
-    loadCache("Current/pressure-rate=+0.02\nCurrent/pressure-rateC=+0.7\nCurrent/pressure-highC=1016.3\n");
+    loadCache("Current/pressure-rate=+0.02\nCurrent/pressure-rateC=+0.7\nCurrent/"
+              "pressure-highC=1016.3\n");
     EXPECT_EQ(GetPressureText(false), "N/A");
     EXPECT_EQ(GetPressureText(true, "-rate"), "+0.02 inches");
     process().UnitBar = "hPa";
@@ -87,13 +88,13 @@ const QString kForecasts = "Daily/short-title11=Showers\nHourly/weather-icon-des
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, CurrentCondition,
-    ::testing::Values(
-        ConditionCase{"Description", "Current/description=Sunny\n" + kForecasts, "50309", "Sunny"},
-        ConditionCase{"UsStationTakesTheHour", kForecasts, "50309", "Cloudy"},
-        ConditionCase{"InternationalTakesTheDay", kForecasts, "0", "Showers"},
-        ConditionCase{"NotAvailableTakesTheHour", "Current/description=N/A\n" + kForecasts, "0",
-                      "Cloudy"},
-        ConditionCase{"NothingAtAll", "", "50309", "N/A"}),
+    ::testing::Values(ConditionCase{"Description", "Current/description=Sunny\n" + kForecasts,
+                                    "50309", "Sunny"},
+                      ConditionCase{"UsStationTakesTheHour", kForecasts, "50309", "Cloudy"},
+                      ConditionCase{"InternationalTakesTheDay", kForecasts, "0", "Showers"},
+                      ConditionCase{"NotAvailableTakesTheHour",
+                                    "Current/description=N/A\n" + kForecasts, "0", "Cloudy"},
+                      ConditionCase{"NothingAtAll", "", "50309", "N/A"}),
     [](const auto &info) { return std::string(info.param.name); });
 
 TEST_F(ConditionsTest, HumidexNowAndForEachHour)
@@ -222,32 +223,33 @@ TEST_P(ReadingRules, TwinInTheUsersUnit)
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, ReadingRules,
-    ::testing::Values(RuleCase{"Fahrenheit", ReadingRule::Temperature, "F", "71.6", "71.6", "N/A"},
-                      RuleCase{"Celsius", ReadingRule::Temperature, "C", "71.6", "71.6", "22"},
-                      RuleCase{"Missing", ReadingRule::Temperature, "C", "", "N/A", "N/A"},
-                      RuleCase{"RateInCelsius", ReadingRule::Rate, "C", "1.3", "1.3", "2.3"},
-                      RuleCase{"RateNearZero", ReadingRule::Rate, "C", "0.02", "0.02", "0.0"},
-                      RuleCase{"RateInFahrenheit", ReadingRule::Rate, "F", "-1.3", "-1.3", "-1.3"},
-                      RuleCase{"RainInches", ReadingRule::Rain, "inches", "0.10", "0.10", "N/A"},
-                      RuleCase{"RainMillimetres", ReadingRule::Rain, "mm", "0.10", "0.10", "2.5"},
-                      RuleCase{"WindMph", ReadingRule::Wind, "mph", "12.4", "12.4", "N/A"},
-                      RuleCase{"WindKmh", ReadingRule::Wind, "km/h", "12.4", "12.4", "20.0"},
-                      RuleCase{"PressureHpa", ReadingRule::Pressure, "hPa", "29.92", "29.92", "1013.2"},
-                      RuleCase{"PressureMissing", ReadingRule::Pressure, "hPa", "N/A", "N/A", "N/A"}),
+    ::testing::Values(
+        RuleCase{"Fahrenheit", ReadingRule::Temperature, "F", "71.6", "71.6", "N/A"},
+        RuleCase{"Celsius", ReadingRule::Temperature, "C", "71.6", "71.6", "22"},
+        RuleCase{"Missing", ReadingRule::Temperature, "C", "", "N/A", "N/A"},
+        RuleCase{"RateInCelsius", ReadingRule::Rate, "C", "1.3", "1.3", "2.3"},
+        RuleCase{"RateNearZero", ReadingRule::Rate, "C", "0.02", "0.02", "0.0"},
+        RuleCase{"RateInFahrenheit", ReadingRule::Rate, "F", "-1.3", "-1.3", "-1.3"},
+        RuleCase{"RainInches", ReadingRule::Rain, "inches", "0.10", "0.10", "N/A"},
+        RuleCase{"RainMillimetres", ReadingRule::Rain, "mm", "0.10", "0.10", "2.5"},
+        RuleCase{"WindMph", ReadingRule::Wind, "mph", "12.4", "12.4", "N/A"},
+        RuleCase{"WindKmh", ReadingRule::Wind, "km/h", "12.4", "12.4", "20.0"},
+        RuleCase{"PressureHpa", ReadingRule::Pressure, "hPa", "29.92", "29.92", "1013.2"},
+        RuleCase{"PressureMissing", ReadingRule::Pressure, "hPa", "N/A", "N/A", "N/A"}),
     [](const auto &info) { return std::string(info.param.name); });
 
 TEST_F(ConditionsTest, CompassWordsAndOwnFeelsLike)
 {
-    const QList<QPair<QString, QString>> compass{{"0", "N"},      {"11.2", "N"},  {"11.3", "NNE"},
-                                                 {"200", "SSW"},  {"348.8", "N"}, {"360", "N"},
-                                                 {"-90", "W"},    {"NE", "NE"},   {"", ""}};
+    const QList<QPair<QString, QString>> compass{{"0", "N"},     {"11.2", "N"},  {"11.3", "NNE"},
+                                                 {"200", "SSW"}, {"348.8", "N"}, {"360", "N"},
+                                                 {"-90", "W"},   {"NE", "NE"},   {"", ""}};
     for (const auto &[degrees, word] : compass)
         EXPECT_EQ(CompassWord(degrees), word) << degrees.toStdString();
 
-    EXPECT_EQ(FeelsLikeText("50", "40", "10"), "34");  // wind chill
-    EXPECT_EQ(FeelsLikeText("50", "40", "2"), "40");   // too little wind
-    EXPECT_EQ(FeelsLikeText("50", "90", "5"), "95");   // heat index
-    EXPECT_EQ(FeelsLikeText("50", "65", "20"), "65");  // in between
+    EXPECT_EQ(FeelsLikeText("50", "40", "10"), "34"); // wind chill
+    EXPECT_EQ(FeelsLikeText("50", "40", "2"), "40");  // too little wind
+    EXPECT_EQ(FeelsLikeText("50", "90", "5"), "95");  // heat index
+    EXPECT_EQ(FeelsLikeText("50", "65", "20"), "65"); // in between
     EXPECT_EQ(FeelsLikeText("N/A", "90", "5"), "");
 }
 

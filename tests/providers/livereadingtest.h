@@ -62,7 +62,8 @@ protected:
         for (const QString &line : text.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
             const qsizetype slash = line.indexOf(QLatin1Char('/'));
             const qsizetype equals = line.indexOf(QLatin1Char('='));
-            SaveCache(line.left(slash), line.mid(slash + 1, equals - slash - 1), line.mid(equals + 1));
+            SaveCache(line.left(slash), line.mid(slash + 1, equals - slash - 1),
+                      line.mid(equals + 1));
         }
     }
 
@@ -72,7 +73,8 @@ protected:
         for (const char *name : {"Current", "LastUpdated", "Cache"}) {
             const QString section = QLatin1String(name);
             for (const QString &key : SettingsStore::active()->keys(CacheSection(section)))
-                lines.append(section + QLatin1Char('/') + key + QLatin1Char('=') + GetCache(section, key));
+                lines.append(section + QLatin1Char('/') + key + QLatin1Char('=') +
+                             GetCache(section, key));
         }
         if (!result.isNull()) lines.append(QStringLiteral("Result/arguments=") + result);
         lines.sort();
@@ -83,13 +85,16 @@ protected:
     static void loadCaseCache(const QString &name)
     {
         const QString path = weatherbugData(name + QStringLiteral(".cache"));
-        if (QFile::exists(path)) loadCache(readDataFile(QStringLiteral("weatherbug/") + name + QStringLiteral(".cache")));
+        if (QFile::exists(path))
+            loadCache(
+                readDataFile(QStringLiteral("weatherbug/") + name + QStringLiteral(".cache")));
     }
 
     static void expectGolden(const QString &name, const QString &actual)
     {
         const QString path = weatherbugData(name + QStringLiteral(".expected"));
-        const QString expected = readDataFile(QStringLiteral("weatherbug/") + name + QStringLiteral(".expected"));
+        const QString expected =
+            readDataFile(QStringLiteral("weatherbug/") + name + QStringLiteral(".expected"));
         if (expected != actual && qEnvironmentVariableIsSet("TARNBY_UPDATE_GOLDEN")) {
             QFile file(path);
             if (file.open(QIODevice::WriteOnly)) file.write(actual.toUtf8());

@@ -55,11 +55,12 @@ class ReadJsonValueTest : public Test::ProfileTest, public ::testing::WithParamI
 {
 };
 
-const QString kDocument = QStringLiteral("{\r\n  \"temperature\": 72.50,\r\n  \"humidity\": 95.0,\r\n"
-                                         "  \"rate\": -0.02,\r\n  \"name\": \"Lake \\\"North\\\"\",\r\n"
-                                         "  \"gone\": null,\r\n  \"on\": true,\r\n  \"off\": false,\r\n"
-                                         "  \"blank\": \"\",\r\n  \"inner\": {\r\n"
-                                         "    \"last\": 3\r\n  }\r\n}");
+const QString kDocument =
+    QStringLiteral("{\r\n  \"temperature\": 72.50,\r\n  \"humidity\": 95.0,\r\n"
+                   "  \"rate\": -0.02,\r\n  \"name\": \"Lake \\\"North\\\"\",\r\n"
+                   "  \"gone\": null,\r\n  \"on\": true,\r\n  \"off\": false,\r\n"
+                   "  \"blank\": \"\",\r\n  \"inner\": {\r\n"
+                   "    \"last\": 3\r\n  }\r\n}");
 
 TEST_P(ReadJsonValueTest, ReadsOneValueALine)
 {
@@ -69,22 +70,22 @@ TEST_P(ReadJsonValueTest, ReadsOneValueALine)
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, ReadJsonValueTest,
-    ::testing::Values(
-        JsonCase{"NumberLosesTrailingZeros", kDocument, "temperature", "72.5"},
-        JsonCase{"WholeNumber", kDocument, "humidity", "95"},
-        JsonCase{"Negative", kDocument, "rate", "-0.02"},
-        JsonCase{"LastValueWithoutComma", kDocument, "last", "3"},
-        JsonCase{"StringLosesEmbeddedQuotes", kDocument, "name", "Lake \\North\\"},
-        JsonCase{"NullIsNA", kDocument, "gone", "NA"},
-        JsonCase{"True", kDocument, "on", "true"},
-        JsonCase{"False", kDocument, "off", "false"},
-        JsonCase{"EmptyStringIsNA", kDocument, "blank", "NA"},
-        JsonCase{"ObjectIsNA", kDocument, "inner", "NA"},
-        // the cutter hands back the whole document, which reads as no number
-        JsonCase{"MissingKeyIsNA", kDocument, "pressure", "NA"},
-        JsonCase{"LineFeedOnlyDocumentIsNA", QString(kDocument).remove(QLatin1Char('\r')),
-                 "temperature", "NA"},
-        JsonCase{"KeyNeedsColonAndBlank", "{\r\n\"temperature\":72\r\n}", "temperature", "NA"}),
+    ::testing::Values(JsonCase{"NumberLosesTrailingZeros", kDocument, "temperature", "72.5"},
+                      JsonCase{"WholeNumber", kDocument, "humidity", "95"},
+                      JsonCase{"Negative", kDocument, "rate", "-0.02"},
+                      JsonCase{"LastValueWithoutComma", kDocument, "last", "3"},
+                      JsonCase{"StringLosesEmbeddedQuotes", kDocument, "name", "Lake \\North\\"},
+                      JsonCase{"NullIsNA", kDocument, "gone", "NA"},
+                      JsonCase{"True", kDocument, "on", "true"},
+                      JsonCase{"False", kDocument, "off", "false"},
+                      JsonCase{"EmptyStringIsNA", kDocument, "blank", "NA"},
+                      JsonCase{"ObjectIsNA", kDocument, "inner", "NA"},
+                      // the cutter hands back the whole document, which reads as no number
+                      JsonCase{"MissingKeyIsNA", kDocument, "pressure", "NA"},
+                      JsonCase{"LineFeedOnlyDocumentIsNA",
+                               QString(kDocument).remove(QLatin1Char('\r')), "temperature", "NA"},
+                      JsonCase{"KeyNeedsColonAndBlank", "{\r\n\"temperature\":72\r\n}",
+                               "temperature", "NA"}),
     [](const auto &info) { return std::string(info.param.name); });
 
 using ReadJsonValueLocale = Test::ProfileTest;

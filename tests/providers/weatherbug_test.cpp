@@ -63,7 +63,8 @@ INSTANTIATE_TEST_SUITE_P(Documents, WeatherBugGolden,
                              return QString::fromLatin1(info.param).remove('-').toStdString();
                          });
 
-class LiveConditionsGolden : public WeatherBugTest, public ::testing::WithParamInterface<const char *>
+class LiveConditionsGolden : public WeatherBugTest,
+                             public ::testing::WithParamInterface<const char *>
 {
 };
 
@@ -76,8 +77,7 @@ TEST_P(LiveConditionsGolden, OlderReaderWritesTheExpectedKeys)
 }
 
 INSTANTIATE_TEST_SUITE_P(Documents, LiveConditionsGolden,
-                         ::testing::Values("v4-full", "holes", "html-error"),
-                         [](const auto &info) {
+                         ::testing::Values("v4-full", "holes", "html-error"), [](const auto &info) {
                              return QString::fromLatin1(info.param).remove('-').toStdString();
                          });
 
@@ -92,8 +92,8 @@ TEST_F(WeatherBugTest, RequestCarriesPositionUnitsAndToken)
               "&subscription-key=tok123");
 
     process().PulseUrl = "https://other.example/root";
-    EXPECT_TRUE(clsWeatherBugStation::ObservationsUrl("1", "2")
-                    .startsWith("https://other.example/root/data/observations/v4/current?&location=1,2&"));
+    EXPECT_TRUE(clsWeatherBugStation::ObservationsUrl("1", "2").startsWith(
+        "https://other.example/root/data/observations/v4/current?&location=1,2&"));
 }
 
 TEST_F(WeatherBugTest, NoPositionFetchesNothingAndCountsAFailure)
@@ -203,7 +203,8 @@ TEST_F(WeatherBugTest, LinksForAUsAndAnInternationalStation)
     EXPECT_EQ(links("URL-doppler"), "http://wb.example/maps/?lat=41.534&lon=-93.653&layer=radar");
     EXPECT_EQ(links("MapCount"), "3");
     EXPECT_EQ(links("Map1"), "Lightning");
-    EXPECT_EQ(links("MapURL2"), "http://wb.example/maps/?lat=[LATITUDE]&lon=[LONGITUDE]&layer=radar");
+    EXPECT_EQ(links("MapURL2"),
+              "http://wb.example/maps/?lat=[LATITUDE]&lon=[LONGITUDE]&layer=radar");
 
     SavePref("CityCode", "ZipCode", "0");
     BuildWeatherBugLinks(QString(), false, false);
