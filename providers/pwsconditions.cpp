@@ -4,6 +4,7 @@
 #include "providers/conditions.h"
 
 #include "core/files.h"
+#include "core/log.h"
 #include "core/processvalues.h"
 #include "core/weathercache.h"
 #include "derive/dates.h"
@@ -143,6 +144,7 @@ void ProcessPwsConditions(const QString &documentPath, bool, bool)
     const QString record = ReadFile(documentPath).trimmed();
     const QStringList fields = record.split(QLatin1Char('|'));
     if (record.size() <= 10 || fields.size() < 2) {
+        Log(QStringLiteral("No live record in %1 (ProcessPwsConditions)").arg(documentPath));
         process().ProcessingConditions = false;
         return;
     }
@@ -151,11 +153,14 @@ void ProcessPwsConditions(const QString &documentPath, bool, bool)
     DelCache(kCurrentSection);
     save("downloaded", generalDateText(localNow()));
     // A short record leaves the flag raised: the branch is half written.
-    if (!writeFields(fields)) return;
+    if (!writeFields(fields)) {
+        Log(QStringLiteral("Live record ends after field %1 (ProcessPwsConditions)")
+                .arg(fields.size() - 1));
+        return;
+    }
     // This reader watches after its writes, so the values agree and no balloon pops.
     const ConditionWatch watch;
-    if (watch.watching() &&
-        GetCache(kCurrentSection, QStringLiteral("station-id")) == stationBefore)
+    if (GetCache(kCurrentSection, QStringLiteral("station-id")) == stationBefore)
         watch.popIfChanged(true);
     SaveCache(QStringLiteral("LastUpdated"), QStringLiteral("CurrentTimeStamp"),
               GetCache(kCurrentSection, QStringLiteral("observed")));

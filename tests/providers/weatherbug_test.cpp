@@ -58,7 +58,8 @@ TEST_P(WeatherBugGolden, UpdateWritesTheExpectedKeys)
 
 INSTANTIATE_TEST_SUITE_P(Documents, WeatherBugGolden,
                          ::testing::Values("v4-full", "holes", "truncated", "stale", "wrapped-crlf",
-                                           "wrapped-lf", "older-generation", "html-error", "empty"),
+                                           "wrapped-lf", "older-generation", "other-service",
+                                           "html-error", "empty"),
                          [](const auto &info) {
                              return QString::fromLatin1(info.param).remove('-').toStdString();
                          });
@@ -77,7 +78,9 @@ TEST_P(LiveConditionsGolden, OlderReaderWritesTheExpectedKeys)
 }
 
 INSTANTIATE_TEST_SUITE_P(Documents, LiveConditionsGolden,
-                         ::testing::Values("v4-full", "holes", "html-error"), [](const auto &info) {
+                         ::testing::Values("v4-full", "holes", "other-service", "html-error",
+                                           "empty"),
+                         [](const auto &info) {
                              return QString::fromLatin1(info.param).remove('-').toStdString();
                          });
 
