@@ -59,6 +59,7 @@ struct ProcessValues
     QString MapSource;
     QString WuKey, GoogleGeocodeKey, GoogleMapKey;
     bool SettingsLoaded = false;
+    QDateTime SettingsLastAttempt; // when the service settings were last asked for
 };
 
 // The one instance. Tests may assign a fresh ProcessValues{} to reset it.

@@ -1,0 +1,77 @@
+// tarnby-cli driven as a script would drive it: the real binary, a profile of its own.
+
+#include "tests/support/testprofile.h"
+
+#include <QCoreApplication>
+#include <QProcess>
+
+namespace {
+
+struct Result
+{
+    int code = -1;
+    QString out, err;
+};
+
+class CliTest : public ::testing::Test
+{
+protected:
+    Result cli(const QStringList &args, bool ini = false)
+    {
+        QStringList all{"--profile", m_dir.path()};
+        if (ini)
+            all.prepend("-i");
+        QProcess process;
+        process.start(QCoreApplication::applicationDirPath() + "/tarnby-cli", all + args);
+        process.waitForFinished(30000);
+        return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+                QString::fromUtf8(process.readAllStandardError())};
+    }
+    QTemporaryDir m_dir;
+};
+
+TEST_F(CliTest, SetThenGetInBothModes)
+{
+    for (bool ini : {false, true}) {
+        EXPECT_EQ(cli({"set", "Conversion", "Offset", "-5"}, ini).code, 0);
+        const Result got = cli({"get", "Conversion", "Offset"}, ini);
+        EXPECT_EQ(got.code, 0);
+        EXPECT_EQ(got.out, "-5\n");
+    }
+    EXPECT_TRUE(QFile::exists(m_dir.filePath("settings.sqlite")));
+}
+
+TEST_F(CliTest, MissingKeyPrintsAnEmptyLine)
+{
+    const Result got = cli({"get", "Misc", "Nothing"});
+    EXPECT_EQ(got.code, 0);
+    EXPECT_EQ(got.out, "\n");
+}
+
+TEST_F(CliTest, DeleteTakesSubSections)
+{
+    cli({"set", "Cache\\KDSM\\Current", "temp", "71"});
+    EXPECT_EQ(cli({"delete", "Cache"}).code, 0);
+    EXPECT_EQ(cli({"get", "Cache\\KDSM\\Current", "temp"}).out, "\n");
+}
+
+TEST_F(CliTest, BadUsageExitsWithTwoAndSaysWhy)
+{
+    for (const QStringList &args : {QStringList{}, QStringList{"frobnicate"}, QStringList{"get", "OnlySection"},
+                                    QStringList{"--bogus", "get", "A", "B"}, QStringList{"set", "A", "B"}}) {
+        const Result result = cli(args);
+        EXPECT_EQ(result.code, 2) << args.join(' ').toStdString();
+        EXPECT_FALSE(result.err.isEmpty());
+        EXPECT_TRUE(result.out.isEmpty());
+    }
+}
+
+TEST_F(CliTest, HelpListsEveryCommand)
+{
+    const Result help = cli({"help"});
+    EXPECT_EQ(help.code, 0);
+    for (const char *name : {"get", "set", "delete", "stations", "select", "download", "help"})
+        EXPECT_TRUE(help.out.contains(QString("  ") + name + " ")) << name;
+}
+
+} // namespace

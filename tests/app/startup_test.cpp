@@ -1,0 +1,250 @@
+#include "app/singleinstance.h"
+#include "app/startup.h"
+#include "core/files.h"
+#include "core/paths.h"
+#include "core/processvalues.h"
+#include "core/settingsstore.h"
+#include "core/weathercache.h"
+#include "tests/support/testprofile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSignalSpy>
+
+using namespace Tarnby;
+
+namespace {
+
+// A profile override and a program folder of the test's own; the store is opened by
+// start-up itself, as the program does.
+class StartupTest : public ::testing::Test
+{
+protected:
+    StartupTest()
+    {
+        process() = ProcessValues{};
+        setProfileOverride(m_profile.path());
+        qputenv("TARNBY_PROGRAM_FOLDER", m_program.path().toUtf8());
+        qputenv("USER", "tester");
+    }
+    ~StartupTest() override
+    {
+        SettingsStore::close();
+        setProfileOverride(QString());
+        qunsetenv("TARNBY_PROGRAM_FOLDER");
+        process() = ProcessValues{};
+    }
+    QString programFile(const QString &name, const QString &text)
+    {
+        const QString path = m_program.filePath(name);
+        QDir().mkpath(QFileInfo(path).absolutePath());
+        WriteFileAtomic(path, text);
+        return path;
+    }
+    QString profileFile(const QString &name) const { return m_profile.filePath(name); }
+    StartupState start(const QString &line = QString())
+    {
+        OpenSettingsStore(line);
+        return RunStartup(line);
+    }
+
+    QTemporaryDir m_profile;
+    QTemporaryDir m_program;
+};
+
+TEST_F(StartupTest, DashIAnywhereInTheLineSelectsTheProfileFile)
+{
+    OpenSettingsStore("-id");
+    EXPECT_TRUE(process().UseINI);
+    EXPECT_EQ(process().Username, "Default");
+    SettingsStore::close();
+    process() = ProcessValues{};
+    OpenSettingsStore("monthlydb=/home/x-ill/a.mdb");
+    EXPECT_TRUE(process().UseINI);
+    EXPECT_EQ(process().Username, "tester");
+    SettingsStore::close();
+    process() = ProcessValues{};
+    OpenSettingsStore("station=KDSM");
+    EXPECT_FALSE(process().UseINI);
+    EXPECT_EQ(GetPref("Misc", "RegTest"), ""); // the probe cleans up after itself
+}
+
+TEST_F(StartupTest, AnUnwritableDatabaseFallsBackToTheProfileFile)
+{
+    // A settings folder beneath a plain file can be made by nobody, root included.
+    WriteFileAtomic(profileFile("plain-file"), "x");
+    setProfileOverride(profileFile("plain-file") + "/settings");
+    OpenSettingsStore(QString());
+    EXPECT_TRUE(process().UseINI);
+}
+
+TEST_F(StartupTest, ParseCommandLineTakesMonthlyDatabaseAndStation)
+{
+    OpenSettingsStore(QString());
+    WriteFileAtomic(profileFile("CityCode.cmb"),
+                    "Des Moines, IA" + QString(100, ' ') + "KDSM***50321***41.5***-93.6***NWS\r\n");
+    process().ProfilePath = m_profile.path();
+    ParseCommandLine("-x MONTHLYDB=/data/old.MDB station=KDSM station=");
+    EXPECT_EQ(process().DbPath, "/data/old.MDB");
+    EXPECT_EQ(GetPref("CityCode", "Code"), "KDSM");
+    EXPECT_EQ(process().CityCode, "KDSM");
+    ParseCommandLine("monthlydb=/data/notadb.txt");
+    EXPECT_EQ(process().DbPath, "/data/old.MDB");
+}
+
+TEST_F(StartupTest, FirstStartCountsTheRunAndAsksForARetrieval)
+{
+    const StartupState state = start();
+    EXPECT_TRUE(state.FirstRun);
+    EXPECT_EQ(process().CityCode, "na");
+    EXPECT_EQ(GetPref("Misc", "ForceUpdate"), "True");
+    EXPECT_EQ(GetPref("Misc", "Runs"), "1");
+    EXPECT_EQ(GetPref("Misc", "Version"), ProgramVersion());
+    EXPECT_EQ(GetPref("TrayIcon", "ShowTenthsPlace"), "True");
+    EXPECT_EQ(GetPref("OnDownload", "DualDisplay"), "True");
+    EXPECT_EQ(GetPref("Misc", "UseINI"), "False");
+    EXPECT_TRUE(state.VersionChanged);
+    SettingsStore::close();
+    const StartupState second = start();
+    EXPECT_FALSE(second.FirstRun);
+    EXPECT_FALSE(second.VersionChanged);
+    EXPECT_EQ(GetPref("Misc", "Runs"), "2");
+}
+
+TEST_F(StartupTest, DefaultSkinMigrationSparesTextOnlySkins)
+{
+    OpenSettingsStore(QString());
+    SavePref("Skins", "Interface", "TextOnly Large");
+    SavePref("Misc", "Runs", "7");
+    SavePref("Misc", "IfaceWidth", "640");
+    RunStartup(QString());
+    EXPECT_EQ(GetPref("Skins", "Interface"), "Splendid4"); // the folder is missing: stock skin
+    EXPECT_EQ(GetPref("Misc", "LatestSkin"), "Splendid4");
+    EXPECT_EQ(GetPref("Misc", "Runs"), "8");
+}
+
+TEST_F(StartupTest, OtherSkinsAreResetToTheDefault)
+{
+    OpenSettingsStore(QString());
+    SavePref("Skins", "Interface", "Old Skin");
+    SavePref("Misc", "Runs", "7");
+    SavePref("Misc", "IfaceWidth", "640");
+    SavePref("Misc", "LastPage", "Day");
+    const StartupState state = RunStartup(QString());
+    EXPECT_TRUE(state.SkinReset);
+    EXPECT_EQ(GetPref("Skins", "Interface"), "Splendid4");
+    EXPECT_EQ(GetPref("Misc", "IfaceWidth"), "");
+    EXPECT_EQ(GetPref("Misc", "LastPage"), "Current");
+    EXPECT_TRUE(state.FirstRun); // Runs went back to 0
+}
+
+TEST_F(StartupTest, TheSkinMigrationRunsOnce)
+{
+    OpenSettingsStore(QString());
+    SavePref("Misc", "LatestSkin", "Splendid4");
+    SavePref("Misc", "Runs", "7");
+    SavePref("Misc", "LastPage", "Day");
+    const StartupState state = RunStartup(QString());
+    EXPECT_FALSE(state.SkinReset);
+    EXPECT_EQ(GetPref("Misc", "LastPage"), "Day");
+    EXPECT_EQ(GetPref("Misc", "Runs"), "8");
+}
+
+TEST_F(StartupTest, OldTooltipIconSwitchesBecomeValueLetters)
+{
+    OpenSettingsStore(QString());
+    SavePref("TrayTooltip", "Values", "A2B2");
+    SavePref("TrayTooltip", "DisplayDailyIcons", "True");
+    RunStartup(QString());
+    EXPECT_EQ(GetPref("TrayTooltip", "Values"), "1AB");
+    EXPECT_EQ(GetPref("TrayTooltip", "DisplayDailyIcons"), "");
+}
+
+TEST_F(StartupTest, UpgradeKeepsTheUsersMapsOnceAsBackup)
+{
+    programFile("Maps.tb", "stock maps");
+    programFile("Skins/Interface/Splendid4/Skin.tbt", "[TEMP]");
+    OpenSettingsStore(QString());
+    WriteFileAtomic(profileFile("Maps.tb"), "my maps");
+    WriteFileAtomic(profileFile("Maps.Backup"), "older backup");
+    SavePref("Misc", "UpgradeSkins", "True");
+    const StartupState state = RunStartup(QString());
+    EXPECT_TRUE(state.Upgrade);
+    EXPECT_EQ(ReadFile(profileFile("Maps.tb")), "stock maps");
+    EXPECT_EQ(ReadFile(profileFile("Maps.Backup")), "my maps");
+    EXPECT_EQ(ReadFile(profileFile("Skins/Interface/Splendid4/Skin.tbt")), "[TEMP]");
+    EXPECT_EQ(GetPref("Misc", "UpgradeSkins"), "False");
+}
+
+TEST_F(StartupTest, DeleteCacheRemovesEveryStationsData)
+{
+    OpenSettingsStore(QString());
+    SavePref("Cache\\KDSM\\Current", "temp", "70");
+    SavePref("Misc", "DeleteCache", "True");
+    RunStartup(QString());
+    EXPECT_EQ(GetPref("Cache\\KDSM\\Current", "temp"), "");
+    EXPECT_EQ(GetPref("Misc", "DeleteCache"), "False");
+}
+
+TEST_F(StartupTest, MapTemplateFollowsTheStretchChoice)
+{
+    OpenSettingsStore(QString());
+    WriteFileAtomic(profileFile("Map.wtp"), "<body ONRESIZE=''>");
+    RunStartup(QString());
+    EXPECT_EQ(ReadFile(profileFile("Map.wtp")), "<body onResize='zoomMap();'>");
+    EXPECT_EQ(GetPref("Maps", "Stretch"), "True");
+    SavePref("Maps", "Stretch", "False");
+    RunStartup(QString());
+    EXPECT_EQ(ReadFile(profileFile("Map.wtp")), "<body onResize=''>");
+}
+
+TEST_F(StartupTest, ProxyCredentialsAreDecoded)
+{
+    OpenSettingsStore(QString());
+    SavePref("Proxy", "Server", "proxy.lan");
+    SavePref("Proxy", "Username", EncodeCredential("alice"));
+    SavePref("Proxy", "Password", EncodeCredential("s3cret"));
+    LoadProcessValues();
+    EXPECT_EQ(process().ProxyServer, "proxy.lan");
+    EXPECT_EQ(process().ProxyUser, "alice");
+    EXPECT_EQ(process().ProxyPassword, "s3cret");
+}
+
+TEST_F(StartupTest, StoredServiceSettingsAreCheckedOneByOne)
+{
+    OpenSettingsStore(QString());
+    SavePref("Misc", "SettingPulseUrl", "ftp://wrong");
+    SavePref("Misc", "SettingNwsSource", "mesowest");
+    SavePref("Misc", "SettingWuSource", "xyz");
+    LoadProcessValues();
+    EXPECT_TRUE(process().PulseUrl.startsWith("http"));
+    EXPECT_EQ(process().NwsSource, "mesowest");
+    EXPECT_EQ(process().WuSource, "wu");
+}
+
+TEST_F(StartupTest, ExitEmptiesTheCacheFolderAndMarksTheExit)
+{
+    start();
+    CreateFolder(profileFile("Cache"));
+    WriteFileAtomic(profileFile("Cache/page.html"), "x");
+    ExitTB();
+    EXPECT_FALSE(FileExists(profileFile("Cache/page.html")));
+    EXPECT_EQ(GetPref("Misc", "RetWx"), "True");
+}
+
+TEST(SingleInstanceTest, ASecondInstanceHandsItsMessageToTheFirst)
+{
+    QTemporaryDir dir;
+    setProfileOverride(dir.path());
+    SingleInstance first;
+    ASSERT_TRUE(first.becomePrimary());
+    QSignalSpy received(&first, &SingleInstance::messageReceived);
+    SingleInstance second;
+    EXPECT_FALSE(second.becomePrimary());
+    EXPECT_TRUE(second.sendToPrimary("TarnbyLaunched"));
+    ASSERT_TRUE(received.wait(2000));
+    EXPECT_EQ(received.first().first().toString(), "TarnbyLaunched");
+    setProfileOverride(QString());
+}
+
+} // namespace

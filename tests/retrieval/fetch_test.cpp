@@ -1,0 +1,175 @@
+#include "core/files.h"
+#include "core/processvalues.h"
+#include "core/settingsstore.h"
+#include "tests/retrieval/fetchtest.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+using namespace Tarnby;
+using Tarnby::Test::ChildReply;
+
+namespace
+{
+
+class TempFileTest : public Test::FetchTest
+{
+};
+
+TEST_F(TempFileTest, UniqueNamesInTheProfileAndDeletionByPrefix)
+{
+    QSet<QString> names;
+    for (int i = 0; i < 20; ++i)
+        names.insert(TempFileName(kTempPrefix));
+    EXPECT_EQ(names.size(), 20);
+    for (const QString &name : names)
+        EXPECT_TRUE(QFileInfo(name).fileName().startsWith("TBL") && name.endsWith(".tmp") &&
+                    QFileInfo(name).absolutePath() == profile.file("Temp"))
+            << name.toStdString();
+    for (const char *name : {"TBLsetup.exe", "TBL2.txt", "other.tmp"})
+        WriteFileAtomic(TempFolder() + "/" + name, "x");
+    DeleteTempFiles(kTempPrefix);
+    QStringList left = tempFiles();
+    left.sort();
+    EXPECT_EQ(left, QStringList({"TBL2.txt", "other.tmp"}));
+}
+
+class JobTest : public Test::ScriptedFetchTest
+{
+};
+
+TEST_F(JobTest, EmptyUrlLaunchesNothingButCountsAsStarted)
+{
+    DownloadJob job;
+    int active = 2;
+    StartJob(job, active);
+    EXPECT_TRUE(job.Started);
+    EXPECT_EQ(active, 3);
+    EXPECT_TRUE(children.launches.isEmpty());
+    EXPECT_TRUE(tempFiles().isEmpty());
+    EXPECT_TRUE(WaitForDownload(job.StatusFile, job.ProcessId, 10, job.StartTime));
+}
+
+TEST_F(JobTest, TimeLimitsCountFromTheStartTime)
+{
+    const QString missing = profile.file("none.tmp");
+    const qint64 now = Tarnby::clock().monotonicMs();
+    EXPECT_FALSE(DownloadFinished(missing, 30, now) || DownloadTimedOut(missing, 30, now));
+    const qint64 longAgo = now - FetchLimitMs(30) - 1;
+    EXPECT_TRUE(DownloadFinished(missing, 30, longAgo) && DownloadTimedOut(missing, 30, longAgo));
+}
+
+TEST_F(JobTest, CacheBusterAndVendorRouteTouchTheUrlButNotTheFiles)
+{
+    FixedClock fixed(QDateTime(QDate(2024, 3, 5), QTime(7, 8, 9)));
+    setClock(&fixed);
+    const QString output = profile.file("Out.tmp"), status = profile.file("St.tmp");
+    const QString files = "|" + output + "|" + status;
+    LaunchDownload("http://h.example/a?x=1" + files, true);
+    LaunchParseDownload("http://h.example/p", output, status, true);
+    process().VendorPlainHttp = true;
+    LaunchDownload("https://service.tarnby.invalid/X" + files);
+    LaunchParseDownload("https://service.tarnby.invalid/P?parse=A", output, status);
+    ASSERT_EQ(children.launches.size(), 4);
+    // the hour of the stamp has no leading zero
+    EXPECT_EQ(children.launches[0].arguments,
+              QStringList({"http://h.example/a?x=1&2024030570809" + files}));
+    EXPECT_EQ(children.launches[1].arguments,
+              QStringList({"http://h.example/p?2024030570809", output, status}));
+    EXPECT_EQ(children.launches[2].arguments,
+              QStringList({"http://www.tarnby.invalid/x?ssl=0" + files}));
+    EXPECT_EQ(children.launches[3].arguments,
+              QStringList({"http://www.tarnby.invalid/p?parse=a&ssl=0", output, status}));
+    EXPECT_EQ(QFileInfo(children.launches[0].program).fileName(), "dl");
+    EXPECT_EQ(QFileInfo(children.launches[1].program).fileName(), "tbdownloader");
+}
+
+struct StatusCase {
+    const char *text;
+    double value;
+};
+
+class StatusValueTest : public ::testing::TestWithParam<StatusCase>
+{
+};
+
+TEST_P(StatusValueTest, TakesTheLeadingNumber)
+{
+    EXPECT_EQ(StatusValue(GetParam().text), GetParam().value);
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, StatusValueTest,
+                         ::testing::Values(StatusCase{"", 0}, StatusCase{" 3 ", 3},
+                                           StatusCase{"407 Proxy", 407}, StatusCase{"abc", 0},
+                                           StatusCase{"12abc", 12}, StatusCase{"3.5", 3.5},
+                                           StatusCase{"-1", -1}, StatusCase{"0x1F", 0}));
+
+class DownloadItTest : public Test::ScriptedFetchTest
+{
+};
+
+TEST_F(DownloadItTest, BodyOnlyOnStatusZeroAndNoFileLeft)
+{
+    QString status;
+    children.script = [&](const QString &) { return ChildReply::answer(status, "0 not a status"); };
+    for (const char *value : {"0", "\r\n0\r\n", "abc"}) {
+        status = value;
+        EXPECT_EQ(DownloadIt("http://h.example/x", 30), "0 not a status") << value;
+    }
+    // an empty status file is no status: the child ended without one
+    for (const char *value : {"3", "401", "407", "500", ""}) {
+        status = value;
+        EXPECT_EQ(DownloadIt("http://h.example/x", 30), "") << value;
+    }
+    EXPECT_TRUE(tempFiles().isEmpty());
+}
+
+TEST_F(DownloadItTest, AChildEndingWithoutStatusIsNotWaitedFor)
+{
+    children.script = [](const QString &) { return ChildReply::silent(); };
+    const qint64 start = Tarnby::clock().monotonicMs();
+    EXPECT_EQ(DownloadIt("http://h.example/gone", 30), "");
+    EXPECT_LT(Tarnby::clock().monotonicMs() - start, FetchLimitMs(30));
+    EXPECT_TRUE(children.ended.isEmpty());
+}
+
+TEST_F(DownloadItTest, MissingHelperIsWordedForTheBox)
+{
+    QStringList shown;
+    setMessageBoxSink([&](const QString &title, const QString &text) { shown << title << text; });
+    EXPECT_TRUE(
+        RequireProgramFile(QFileInfo(QCoreApplication::applicationFilePath()).fileName(), true));
+    EXPECT_FALSE(RequireProgramFile("tbradar-missing", false));
+    EXPECT_TRUE(shown.isEmpty());
+    EXPECT_FALSE(RequireProgramFile("tbradar-missing", true));
+    EXPECT_EQ(shown, QStringList({"Tarnby",
+                                  "The \"tbradar-missing\" file could not be found in your Tarnby "
+                                  "installation at \"" +
+                                      QCoreApplication::applicationDirPath() +
+                                      "\".\nPlease reinstall Tarnby to restore this file."}));
+}
+
+TEST_F(DownloadItTest, RemoteLogRunsThirtyMinutes)
+{
+    FixedClock fixed(QDateTime(QDate(2024, 6, 1), QTime(12, 0)));
+    setClock(&fixed);
+    InstallRemoteLog();
+    Log("Before (modRetrieveWeather)");
+    EXPECT_TRUE(children.launches.isEmpty());
+
+    process().LogEnabled = true;
+    process().LogStartedAt = fixed.now();
+    Log("Done (modRetrieveWeather)");
+    EXPECT_EQ(launchedUrls(),
+              QStringList({"https://service.tarnby.invalid/tarnby/App/Log/?Version=" TARNBY_VERSION
+                           "&Message=Done+%28modRetrieveWeather)"}));
+    fixed.advanceSeconds(30 * 60);
+    Log("Still on");
+    fixed.advanceSeconds(1);
+    Log("Too late");
+    EXPECT_EQ(children.launches.size(), 2);
+    EXPECT_FALSE(process().LogEnabled);
+    EXPECT_EQ(GetPref("Misc", "EnableLogging"), "False");
+}
+
+} // namespace

@@ -1,0 +1,168 @@
+// The fetch layer against the real child programs and the loopback document service.
+#include "core/processvalues.h"
+#include "core/settingsstore.h"
+#include "retrieval/children.h"
+#include "retrieval/hosts.h"
+#include "retrieval/servicesettings.h"
+#include "tests/retrieval/fetchtest.h"
+#include "tools/service/documentservice.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QProcess>
+
+#include <unistd.h>
+
+using namespace Tarnby;
+
+namespace
+{
+
+bool processExists(qint64 pid)
+{
+    return QFileInfo::exists(QStringLiteral("/proc/%1").arg(pid));
+}
+
+class LoopbackTest : public Test::FetchTest
+{
+protected:
+    LoopbackTest()
+    {
+        setFetchTimeScale(1.0);
+        const int port = service.start(Tarnby::Test::dataFile("retrieval/service").toStdString());
+        base = QStringLiteral("http://127.0.0.1:%1").arg(port);
+    }
+    ~LoopbackTest() override
+    {
+        EndAllChildren();
+        service.stop();
+    }
+    QString lastRequestTarget() const
+    {
+        const auto requests = service.requests();
+        return requests.empty() ? QString() : QString::fromStdString(requests.back().target);
+    }
+
+    DocumentService service;
+    QString base;
+};
+
+struct StatusClass {
+    const char *path; // empty: a port nobody listens on
+    int status;
+};
+
+class ChildStatusTest : public LoopbackTest, public ::testing::WithParamInterface<StatusClass>
+{
+};
+
+TEST_P(ChildStatusTest, StatusFileTellsTheClass)
+{
+    QString url = base + GetParam().path;
+    if (QString(GetParam().path).isEmpty()) {
+        DocumentService closed;
+        url = QStringLiteral("http://127.0.0.1:%1/x")
+                  .arg(closed.start(Tarnby::Test::dataFile("retrieval/service").toStdString()));
+        closed.stop();
+    }
+    DownloadJob job;
+    job.Url = url;
+    int active = 0;
+    StartJob(job, active);
+    ASSERT_GT(job.ProcessId, 0);
+    ASSERT_TRUE(WaitForDownload(job.StatusFile, job.ProcessId, 30, job.StartTime));
+    EXPECT_EQ(StatusValue(ReadStatus(job.StatusFile)), GetParam().status);
+    EXPECT_EQ(DownloadIt(url, 30).isEmpty(), GetParam().status != DownloadStatus::Ok);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Classes, ChildStatusTest,
+    ::testing::Values(StatusClass{"/docs/hello.txt", DownloadStatus::Ok},
+                      StatusClass{"/status/401", DownloadStatus::Unauthorized},
+                      StatusClass{"/status/407", DownloadStatus::ProxyAuthenticationRequired},
+                      StatusClass{"/status/500", 500}, StatusClass{"/missing", 404},
+                      StatusClass{"", DownloadStatus::ServerNotFound}));
+
+TEST_F(LoopbackTest, DownloadItBringsTheBodyAndNamesTheProgram)
+{
+    SavePref("General", "Contact", "tests@tarnby.invalid");
+    EXPECT_EQ(DownloadIt(base + "/docs/hello.txt", 30), "Hello from the loopback service\n");
+    const auto requests = service.requests();
+    ASSERT_FALSE(requests.empty());
+    EXPECT_EQ(QString::fromStdString(requests.back().header("User-Agent")), UserAgent());
+    EXPECT_TRUE(tempFiles().isEmpty());
+}
+
+TEST_F(LoopbackTest, AHangingChildIsKilledOnTimeOutAndLeavesNothing)
+{
+    setFetchTimeScale(0.1);
+    const QString output = TempFileName(kTempPrefix), status = TempFileName(kTempPrefix);
+    const qint64 pid = LaunchDownload(base + "/hang|" + output + "|" + status);
+    ASSERT_GT(pid, 0);
+    EXPECT_FALSE(WaitForDownload(status, pid, 1));
+    EXPECT_FALSE(ChildRunning(pid));
+    EXPECT_FALSE(processExists(pid));
+    EXPECT_EQ(DownloadIt(base + "/hang", 1), "");
+}
+
+TEST_F(LoopbackTest, ParseLinksResolveThroughTbdownloader)
+{
+    EXPECT_EQ(ResolveParseUrl(base + "/maps/page.html?parse=radar"),
+              base + "/maps/radar-latest.png");
+    EXPECT_EQ(ResolveParseUrl(base + "/maps/page.html?parse=nothing-like-it"),
+              base + "/maps/page.html?parse=nothing-like-it");
+    EXPECT_TRUE(tempFiles().isEmpty());
+}
+
+TEST_F(LoopbackTest, OverrideBringsTheVendorServiceHome)
+{
+    SavePref("Hosts", "Override", base);
+    SavePref("Misc", "Version", "0.1.00");
+    LoadServiceSettings();
+    EXPECT_EQ(lastRequestTarget(), "/vendor/GetTbSettings?Version=0.1.00");
+    EXPECT_TRUE(process().SettingsLoaded);
+    EXPECT_EQ(process().PulseUrl, "http://127.0.0.1/pulse");
+    EXPECT_EQ(process().MapSource, "tb2");
+    EXPECT_EQ(GetApiToken(), "LOOPBACK-TOKEN");
+
+    InstallRemoteLog();
+    process().LogEnabled = true;
+    process().LogStartedAt = Tarnby::clock().now();
+    Log("Done (modRetrieveWeather)");
+    EXPECT_EQ(lastRequestTarget(), "/vendor/tarnby/App/Log/?Version=" TARNBY_VERSION
+                                   "&Message=Done+%28modRetrieveWeather)");
+}
+
+TEST_F(LoopbackTest, PidRequestsEndOnlyOurHelpers)
+{
+    const QString output = TempFileName(kTempPrefix), status = TempFileName(kTempPrefix);
+    const qint64 helper = LaunchDownload(base + "/hang|" + output + "|" + status);
+    ASSERT_GT(helper, 0);
+    QProcess other;
+    other.start("sleep", {"30"});
+    ASSERT_TRUE(other.waitForStarted());
+    EXPECT_FALSE(EndHelperProcess(other.processId()));
+    EXPECT_FALSE(EndHelperProcess(::getpid()));
+    EXPECT_EQ(other.state(), QProcess::Running);
+    EXPECT_TRUE(EndHelperProcess(helper));
+    EXPECT_FALSE(processExists(helper));
+    other.kill();
+    other.waitForFinished();
+}
+
+TEST_F(LoopbackTest, NoChildOutlivesTheEnd)
+{
+    QList<qint64> pids;
+    for (int i = 0; i < 3; ++i)
+        pids << LaunchDownload(base + "/hang|" + TempFileName(kTempPrefix) + "|" +
+                               TempFileName(kTempPrefix));
+    for (qint64 pid : pids)
+        EXPECT_TRUE(ChildRunning(pid));
+    EndAllChildren();
+    for (qint64 pid : pids) {
+        EXPECT_FALSE(ChildRunning(pid));
+        EXPECT_FALSE(processExists(pid));
+    }
+}
+
+} // namespace

@@ -1,0 +1,152 @@
+#include "core/processvalues.h"
+#include "core/settingsstore.h"
+#include "retrieval/hosts.h"
+#include "retrieval/urls.h"
+#include "tests/support/testprofile.h"
+
+#include <QSet>
+
+using namespace Tarnby;
+
+namespace
+{
+
+class UrlTest : public Test::ProfileTest
+{
+};
+
+constexpr Host kFirstHost = Host::Vendor;
+constexpr Host kLastHost = Host::Instagram;
+
+QList<Host> allHosts()
+{
+    QList<Host> hosts;
+    for (int i = static_cast<int>(kFirstHost); i <= static_cast<int>(kLastHost); ++i)
+        hosts.append(static_cast<Host>(i));
+    return hosts;
+}
+
+TEST_F(UrlTest, OverridePutsEveryHostUnderItsOwnLoopbackPrefix)
+{
+    SavePref("Hosts", "NwsApi", "https://example.org");
+    SavePref("Hosts", "Override", "http://127.0.0.1:8080/");
+    EXPECT_EQ(HostUrl(Host::NwsApi), "http://127.0.0.1:8080/nws-api");
+    EXPECT_EQ(HostUrl(Host::Vendor), "http://127.0.0.1:8080/vendor");
+    QSet<QString> urls, keys;
+    for (Host host : allHosts()) {
+        EXPECT_TRUE(HostUrl(host).startsWith("http://127.0.0.1:8080/"))
+            << HostKey(host).toStdString();
+        urls.insert(HostUrl(host));
+        keys.insert(HostKey(host).toLower());
+    }
+    EXPECT_EQ(urls.size(), allHosts().size()); // no two hosts share a prefix
+    EXPECT_EQ(keys.size(), allHosts().size());
+}
+
+TEST_F(UrlTest, StoredHostReplacesTheDefault)
+{
+    EXPECT_EQ(HostUrl(Host::NwsApi), "https://api.weather.gov");
+    SavePref("Hosts", "nwsapi", "https://nws.example.org/");
+    EXPECT_EQ(HostUrl(Host::NwsApi), "https://nws.example.org");
+    EXPECT_EQ(HostUrl(Host::NwsForecast), HostDefault(Host::NwsForecast));
+}
+
+TEST_F(UrlTest, UserAgentCarriesVersionAndContact)
+{
+    EXPECT_TRUE(UserAgent().startsWith("Tarnby/" TARNBY_VERSION " (")) << UserAgent().toStdString();
+    SavePref("General", "Contact", "me@example.org");
+    EXPECT_EQ(UserAgent(), "Tarnby/" TARNBY_VERSION " (me@example.org)");
+}
+
+struct VendorCase {
+    const char *url;
+    const char *expected;
+};
+
+class VendorUrlTest : public UrlTest, public ::testing::WithParamInterface<VendorCase>
+{
+};
+
+TEST_P(VendorUrlTest, RewritesOnlyVendorHttpsOnce)
+{
+    process().VendorPlainHttp = true;
+    EXPECT_EQ(VendorUrl(GetParam().url), GetParam().expected);
+    EXPECT_EQ(VendorUrl(VendorUrl(GetParam().url)), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, VendorUrlTest,
+    ::testing::Values(
+        // the whole URL is lowered, query values too
+        VendorCase{"https://service.tarnby.invalid/GetTbSettings?Version=1.2.03",
+                   "http://www.tarnby.invalid/gettbsettings?version=1.2.03&ssl=0"},
+        VendorCase{"https://service.tarnby.invalid/tarnby/App/Log/?Message=Done+ABC",
+                   "http://www.tarnby.invalid/tarnby/app/log/?message=done+abc&ssl=0"},
+        VendorCase{"https://service.tarnby.invalid/TARNBY7.TXT",
+                   "http://www.tarnby.invalid/tarnby7.txt?ssl=0"},
+        VendorCase{"https://service.tarnby.invalid/x?ssl=0&A=B",
+                   "https://service.tarnby.invalid/x?ssl=0&A=B"},
+        VendorCase{"http://service.tarnby.invalid/X", "http://service.tarnby.invalid/X"},
+        VendorCase{"https://api.weather.gov/Alerts", "https://api.weather.gov/Alerts"},
+        VendorCase{"https://relay.example/get?url=service.tarnby.invalid",
+                   "https://relay.example/get?url=service.tarnby.invalid&ssl=0"}));
+
+TEST_F(UrlTest, VendorUrlLeavesEverythingAloneOverHttps)
+{
+    const QString url = "https://service.tarnby.invalid/GetTbSettings?Version=1";
+    EXPECT_EQ(VendorUrl(url), url);
+}
+
+TEST_F(UrlTest, RelayUrlEscapesTheTarget)
+{
+    EXPECT_EQ(RelayUrl("https://api.weather.gov/alerts?active=1"),
+              "https://service.tarnby.invalid/"
+              "get?url=https%3A%2F%2Fapi%2Eweather%2Egov%2Falerts?active=1");
+}
+
+TEST_F(UrlTest, OldSystemsRelayTheFourHostsByPrefix)
+{
+    const QStringList relayed{
+        "https://api.weather.gov/alerts", "HTTPS://API.WEATHER.GOV/points/1,2",
+        "https://api.mesowest.net/v2/stations", "https://www.wrh.noaa.gov/zoa/x",
+        "https://earthnetworks.azure-api.net/data"};
+    const QStringList direct{"https://api.weather.com/v3", "https://mesowest.utah.edu/cgi-bin",
+                             "http://x.example/?u=https://api.weather.gov"};
+    process().WindowsMajor = 10;
+    for (const QString &url : relayed + direct)
+        EXPECT_EQ(RelayIfOldSystem(url), url);
+    process().WindowsMajor = 6;
+    for (const QString &url : relayed)
+        EXPECT_EQ(RelayIfOldSystem(url), RelayUrl(url));
+    for (const QString &url : direct)
+        EXPECT_EQ(RelayIfOldSystem(url), url);
+}
+
+struct EncodeCase {
+    QString text;
+    const char *expected;
+};
+
+class UrlEncodeTest : public ::testing::TestWithParam<EncodeCase>
+{
+};
+
+TEST_P(UrlEncodeTest, KeepsTheScanLengthOfTheOriginal)
+{
+    EXPECT_EQ(UrlEncode(GetParam().text), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, UrlEncodeTest,
+    ::testing::Values(EncodeCase{"", ""}, EncodeCase{"Abc019", "Abc019"}, EncodeCase{"a b", "a+b"},
+                      EncodeCase{"a&b", "a%26b"},
+                      // each escape pushes the tail beyond the scan: the last characters stay
+                      EncodeCase{"&&&", "%26&&"}, EncodeCase{"a/b/c/d", "a%2Fb%2Fc/d"},
+                      EncodeCase{"Done (modRetrieveWeather)", "Done+%28modRetrieveWeather)"},
+                      EncodeCase{"Error 5: Access denied at line 3 (modMain.Main)",
+                                 "Error+5%3A+Access+denied+at+line+3+%28modMain%2EMain)"},
+                      // no zero padding; codes above 255 as their UTF-16 value
+                      EncodeCase{"x\ty", "x%9y"}, EncodeCase{QString::fromUtf8("é"), "%E9"},
+                      EncodeCase{QString::fromUtf8("€"), "%20AC"}));
+
+} // namespace
