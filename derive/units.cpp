@@ -159,6 +159,7 @@ void LoadConversionSettings()
     pv.UnitBar = text("Bar", "inches");
     pv.UnitPre = text("Pre", "inches");
     pv.UnitVis = text("Vis", "miles");
+    if (pv.UnitVis == u"inches") pv.UnitVis = u"miles"_s; // a mistake of earlier versions
     pv.RoundWind = flag("RoundWindSpeed");
     ConversionOptions &options = conversionOptions();
     options.bothUnits = flag("Both");

@@ -33,8 +33,9 @@ struct ConversionOptions {
 ConversionOptions &conversionOptions();
 
 // Reads "Conversion" into the process values and conversionOptions(); an empty setting
-// gives its default ("F", "mph", "inches", "inches", "miles", off). Call at start and
-// whenever the options change.
+// gives its default ("F", "mph", "inches", "inches", "miles", off), and the visibility
+// unit "inches" that earlier versions stored by mistake reads as "miles". Call at start
+// and whenever the options change.
 void LoadConversionSettings();
 
 // °F to °C: only when the unit is not "F" or `force` is set. Whole degrees, or tenths

@@ -207,6 +207,10 @@ TEST_P(UnitsTest, LoadConversionSettingsFillsDefaultsForEmptyKeys)
     EXPECT_TRUE(conversionOptions().bothUnits);
     EXPECT_TRUE(conversionOptions().useTenths);
     EXPECT_FALSE(conversionOptions().windInDegrees); // "True" is compared exactly
+
+    SavePref("Conversion", "Vis", "inches"); // stored by earlier versions
+    LoadConversionSettings();
+    EXPECT_EQ(process().UnitVis, "miles");
 }
 
 void saveAll(const QString &section, const std::vector<std::pair<const char *, QString>> &values)
