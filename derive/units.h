@@ -83,6 +83,13 @@ QString TidyNumberText(const QString &text);
 QString ToInvariantNumber(const QString &text);
 QString ToLocaleNumber(const QString &text);
 
+// The kinds of value that have a display unit of their own.
+enum class Quantity { Temperature, TemperatureRate, Pressure, Rain, Visibility, Wind };
+// A value in the cache's US units in the user's display unit, as the "C" twins hold it:
+// temperatures in °C (forced), a temperature rate by RateToFahrenheit and tidied (a zero
+// change reads "0.0"), the others by the conversion of their unit in process().
+QString ToUserUnits(Quantity quantity, const QString &value);
+
 // After a retrieval and after a change of units: the "C" twins of "\Current" and
 // "\Hourly" in the user's units, for each group whose unit is not the US one.
 void WriteCurrentTwins();

@@ -2,11 +2,12 @@
 // settings ("Conversion") and the locale's number symbols.
 
 #include "app/cli/command.h"
-#include "core/processvalues.h"
 #include "derive/forecasttext.h"
 #include "derive/units.h"
 
 #include <QByteArray>
+
+#include <functional>
 
 namespace Tarnby::Cli
 {
@@ -23,41 +24,25 @@ int rewrite(const QStringList &args, Io &io)
 }
 TARNBY_CLI_COMMAND({"rewrite", "\"TEXT\"", "a forecast text in the stored units", &rewrite});
 
-QString celsius(const QString &value)
-{
-    return ToCelsius(value, true);
-}
-QString pressure(const QString &value)
-{
-    return PressureFromInches(value, process().UnitBar);
-}
-QString rain(const QString &value)
-{
-    return RainFromInches(value, process().UnitPre);
-}
-QString visibility(const QString &value)
-{
-    return VisibilityFromMiles(value, process().UnitVis);
-}
-QString wind(const QString &value)
-{
-    return WindFromMph(value, process().UnitWind);
-}
-
 struct Conversion {
     const char *kind;
-    QString (*convert)(const QString &);
+    std::function<QString(const QString &)> convert;
 };
 
+auto inUserUnits(Quantity quantity)
+{
+    return [quantity](const QString &value) { return ToUserUnits(quantity, value); };
+}
+
 // The display conversions take the stored unit; the others have theirs in their name.
-constexpr Conversion kConversions[] = {
-    {"celsius", celsius},
+const Conversion kConversions[] = {
+    {"temp", inUserUnits(Quantity::Temperature)},
+    {"rate", inUserUnits(Quantity::TemperatureRate)},
+    {"pressure", inUserUnits(Quantity::Pressure)},
+    {"rain", inUserUnits(Quantity::Rain)},
+    {"visibility", inUserUnits(Quantity::Visibility)},
+    {"wind", inUserUnits(Quantity::Wind)},
     {"fahrenheit", FahrenheitFromCelsius},
-    {"rate", RateToFahrenheit},
-    {"pressure", pressure},
-    {"rain", rain},
-    {"visibility", visibility},
-    {"wind", wind},
     {"inches-from-mm", InchesFromMillimetres},
     {"inches-from-cm", InchesFromCentimetres},
     {"inches-from-pa", InchesFromPascals},
