@@ -20,32 +20,39 @@ bool convertsTo(const QString &unit, const char *baseUnit)
     return !unit.isEmpty() && unit != QLatin1String(baseUnit);
 }
 
-QString rateTwin(const QString &number)
-{
-    const QString twin = RateToFahrenheit(number);
-    const std::optional<double> value = readNumber(twin);
-    return value && std::abs(*value) < 0.05 ? formatNumber(0.0, u"0.0") : twin;
-}
-
-QString twinFor(ReadingRule rule, const QString &number)
+bool twinWanted(ReadingRule rule)
 {
     const ProcessValues &units = process();
     switch (rule) {
     case ReadingRule::Temperature:
-        return CelsiusTwinsWanted() ? ToCelsius(number, true) : kNotAvailable;
+        return CelsiusTwinsWanted();
     case ReadingRule::Rate:
-        return rateTwin(number);
+        return true;
     case ReadingRule::Rain:
-        return convertsTo(units.UnitPre, "inches") ? RainFromInches(number, units.UnitPre)
-                                                   : kNotAvailable;
+        return convertsTo(units.UnitPre, "inches");
     case ReadingRule::Wind:
-        return convertsTo(units.UnitWind, "mph") ? WindFromMph(number, units.UnitWind)
-                                                 : kNotAvailable;
+        return convertsTo(units.UnitWind, "mph");
     case ReadingRule::Pressure:
-        return convertsTo(units.UnitBar, "inches") ? PressureFromInches(number, units.UnitBar)
-                                                   : kNotAvailable;
+        return convertsTo(units.UnitBar, "inches");
     }
-    return kNotAvailable;
+    return false;
+}
+
+Quantity quantityOf(ReadingRule rule)
+{
+    switch (rule) {
+    case ReadingRule::Temperature:
+        return Quantity::Temperature;
+    case ReadingRule::Rate:
+        return Quantity::TemperatureRate;
+    case ReadingRule::Rain:
+        return Quantity::Rain;
+    case ReadingRule::Wind:
+        return Quantity::Wind;
+    case ReadingRule::Pressure:
+        return Quantity::Pressure;
+    }
+    return Quantity::Temperature;
 }
 
 QString withDecimalPoint(QString text)
@@ -85,7 +92,7 @@ double heatIndex(double t, double rh)
 Reading ApplyReadingRule(ReadingRule rule, const QString &number)
 {
     if (IsMissingValue(number)) return {kNotAvailable, kNotAvailable};
-    return {number, twinFor(rule, number)};
+    return {number, twinWanted(rule) ? ToUserUnits(quantityOf(rule), number) : kNotAvailable};
 }
 
 QString ClampedHumidityBound(const QString &bound, const QString &humidity, bool isHigh)
