@@ -70,18 +70,18 @@ SunAtNoon sunAt(double d, double longitude)
 }
 
 // One crossing of the altitude whose sine is sinAltitude; direction -1 rising, +1 setting.
-// The hour angle is found at noon's declination first, then twice more at the declination
-// of the moment it gives, which matters most at high latitudes around the equinoxes.
+// The hour angle is found at noon's declination first, then again at the declination of
+// the moment it gives, which matters most at high latitudes around the equinoxes.
 std::optional<double> crossing(const SunAtNoon &sun, double sinAltitude, double sinLat,
                                double cosLat, double direction)
 {
     double fromNoon = 0.0; // hours
-    for (int pass = 0; pass < 3; ++pass) {
+    for (int pass = 0; pass < 2; ++pass) {
         const double sinDecl = sun.sinDecl + sun.sinDeclPerDay * fromNoon / 24.0;
         const double cosDecl = std::sqrt(1.0 - sinDecl * sinDecl);
         const double cosHourAngle = (sinAltitude - sinLat * sinDecl) / (cosLat * cosDecl);
-        if (!(cosHourAngle >= -1.0 &&
-              cosHourAngle <= 1.0)) { // above 1: always below; under -1: always above
+        // Above 1 the sun stays below the altitude all day, under -1 above it. Decided at noon.
+        if (!(cosHourAngle >= -1.0 && cosHourAngle <= 1.0)) {
             if (pass == 0) return std::nullopt;
             break;
         }
