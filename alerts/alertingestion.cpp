@@ -68,8 +68,10 @@ void storeAlert(int row, const AlertRecord &alert)
     SaveCache(kAlerts, u"severity"_s + index, alert.severity);
 }
 
+// One batch: the branch is replaced whole, and a hundred and more writes cost one commit.
 void storeAlerts(const AlertSet &set, const QString &type)
 {
+    const SettingsBatch batch;
     DelCache(kAlerts);
     for (qsizetype i = 0; i < set.alerts.size(); ++i)
         storeAlert(int(i + 1), set.alerts[i]);
