@@ -35,18 +35,14 @@ protected:
         LoadDatePatterns();
     }
 
-    // The branch an earlier run left: what a damaged answer must not touch, and what a
-    // good answer must replace whole.
+    // What an earlier run left: a damaged answer must not touch it, a good one replaces it
+    // whole (title3 lies beyond Count, as rows of a longer set may).
     static void seedEarlierAlerts()
     {
         const char *const earlier[][2] = {{"title1", "Wind Advisory"},
-                                          {"short-title1", "Wind Advisory"},
                                           {"msg-body1", "Gusts to 50 mph."},
-                                          {"severity1", "other"},
                                           {"title2", "Frost Advisory"},
-                                          {"short-title2", "Frost Advisory"},
                                           {"msg-body2", "Frost likely."},
-                                          {"severity2", "other"},
                                           {"title3", "Dense Fog Advisory"},
                                           {"Type", "NWS"},
                                           {"Count", "2"},
