@@ -268,7 +268,9 @@ void dressDewPoint(QString &text, bool bothUnits, const QString &unit)
 void dressBareTemperatures(QString &text, bool bothUnits, const QString &unit)
 {
     for (qsizetype at = 0; at + 1 < text.size(); ++at) {
-        if (text[at].toUpper() != u'F' || (text[at + 1] != u'.' && text[at + 1] != u' ')) continue;
+        if ((text[at] != u'F' && text[at] != u'f') ||
+            (text[at + 1] != u'.' && text[at + 1] != u' '))
+            continue;
         qsizetype start = at;
         while (start > 0 && isAsciiDigit(text[start - 1]))
             --start;
@@ -518,13 +520,16 @@ QString RewriteForecast(const QString &input)
     QString text = input;
     text.replace(u"in the low to mid"_s, u"in the low"_s, kAnyCase);
     markBareDecades(text);
-    for (const auto &[phrase, number] : kNearWords)
-        text = ReplaceNearWord(text, QString::fromUtf16(phrase), number, bothUnits, unit);
-    for (const auto &[phrase, offset] : kDecadeWords)
-        text = ReplaceDecadeWord(text, QString::fromUtf16(phrase), offset, bothUnits, unit);
+    // One search each for the families before their members: most texts hold none.
+    if (text.contains(u"IN THE ", kAnyCase)) {
+        for (const auto &[phrase, number] : kNearWords)
+            text = ReplaceNearWord(text, QString::fromUtf16(phrase), number, bothUnits, unit);
+        for (const auto &[phrase, offset] : kDecadeWords)
+            text = ReplaceDecadeWord(text, QString::fromUtf16(phrase), offset, bothUnits, unit);
+    }
     dressDewPoint(text, bothUnits, unit);
     dressBareTemperatures(text, bothUnits, unit);
-    if (pv.UnitPre != u"inches")
+    if (pv.UnitPre != u"inches" && text.contains(u"INCH", kAnyCase))
         for (const char16_t *phrase : kInchWords)
             text = ReplaceInchWord(text, QString::fromUtf16(phrase), pv.UnitPre);
     if (pv.UnitWind != u"mph") {

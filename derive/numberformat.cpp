@@ -169,7 +169,10 @@ QString groupedWhole(const std::string &whole, QChar group)
 
 QString generalForm(double value, QChar decimal)
 {
-    QString text = QString::number(value == 0 ? 0.0 : value, 'g', 15);
+    char buffer[32];
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value == 0 ? 0.0 : value,
+                                      std::chars_format::general, 15);
+    QString text = QString::fromLatin1(buffer, result.ptr - buffer);
     text.replace(u'.', decimal);
     return text;
 }

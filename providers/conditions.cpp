@@ -22,9 +22,6 @@ namespace Tarnby
 namespace
 {
 
-const QString kCurrent = QStringLiteral("Current");
-const QString kNotAvailable = QStringLiteral("N/A");
-
 // What stood in Current before the reading began.
 struct Remembered {
     QString observed;
@@ -50,12 +47,7 @@ ObservationDatabase *&installedDatabase()
 
 QString current(const char *key)
 {
-    return GetCache(kCurrent, QLatin1String(key));
-}
-
-std::optional<double> numberOf(const QString &text)
-{
-    return isNumeric(text) ? readNumber(text) : std::nullopt;
+    return GetCache(kCurrentSection, QLatin1String(key));
 }
 
 QString pressureTrend()
@@ -131,9 +123,9 @@ QString GetPressureRate()
 {
     const QString rate = current("pressure-rate");
     if (isNumeric(rate)) return rate;
-    const std::optional<double> pressure = numberOf(current("pressure"));
+    const std::optional<double> pressure = NumberInText(current("pressure"));
     const std::optional<double> last =
-        numberOf(GetCache(QStringLiteral("Cache"), QStringLiteral("last-pressure")));
+        NumberInText(GetCache(QStringLiteral("Cache"), QStringLiteral("last-pressure")));
     if (!pressure || !last) return {};
     const double difference = *pressure - *last;
     const QString text = formatNumber(difference, u"0.00");
@@ -144,8 +136,8 @@ QString GetPressureText(bool withUnit, const QString &suffix)
 {
     const QString unit = process().UnitBar;
     const bool twin = unit != QStringLiteral("inches");
-    QString value = GetCache(kCurrent, QStringLiteral("pressure") + suffix +
-                                           (twin ? QStringLiteral("C") : QString()));
+    QString value = GetCache(kCurrentSection, QStringLiteral("pressure") + suffix +
+                                                  (twin ? QStringLiteral("C") : QString()));
     if (value.isEmpty()) value = kNotAvailable;
     if (!withUnit) return value;
     value += QLatin1Char(' ') + unit;
@@ -166,7 +158,7 @@ QString GetCurrentCondition()
 
 void UpdateHumidex()
 {
-    writeHumidex(kCurrent, QStringLiteral("temp"), QStringLiteral("dew-point"),
+    writeHumidex(kCurrentSection, QStringLiteral("temp"), QStringLiteral("dew-point"),
                  QStringLiteral("humidex"), QStringLiteral("humidexC"));
 }
 

@@ -4,6 +4,7 @@
 #include "providers/conditions.h"
 
 #include "core/files.h"
+#include "core/log.h"
 #include "core/processvalues.h"
 #include "core/weathercache.h"
 #include "derive/dates.h"
@@ -21,9 +22,6 @@ namespace Tarnby
 
 namespace
 {
-
-const QString kCurrent = QStringLiteral("Current");
-const QString kNotAvailable = QStringLiteral("N/A");
 
 enum class FieldKind { Reading, WholeRate, Humidity, HumidityHigh, HumidityLow, Plain, Direction };
 
@@ -93,7 +91,7 @@ QString observedText(const QStringList &fields)
 
 void save(const char *key, const QString &value)
 {
-    SaveCache(kCurrent, QLatin1String(key), value);
+    SaveCache(kCurrentSection, QLatin1String(key), value);
 }
 
 void writeField(const QStringList &fields, const RecordField &field)
@@ -146,21 +144,26 @@ void ProcessPwsConditions(const QString &documentPath, bool, bool)
     const QString record = ReadFile(documentPath).trimmed();
     const QStringList fields = record.split(QLatin1Char('|'));
     if (record.size() <= 10 || fields.size() < 2) {
+        Log(QStringLiteral("No live record in %1 (ProcessPwsConditions)").arg(documentPath));
         process().ProcessingConditions = false;
         return;
     }
-    const QString stationBefore = GetCache(kCurrent, QStringLiteral("station-id"));
+    const QString stationBefore = GetCache(kCurrentSection, QStringLiteral("station-id"));
     RememberConditions();
-    DelCache(kCurrent);
+    DelCache(kCurrentSection);
     save("downloaded", generalDateText(localNow()));
     // A short record leaves the flag raised: the branch is half written.
-    if (!writeFields(fields)) return;
+    if (!writeFields(fields)) {
+        Log(QStringLiteral("Live record ends after field %1 (ProcessPwsConditions)")
+                .arg(fields.size() - 1));
+        return;
+    }
     // This reader watches after its writes, so the values agree and no balloon pops.
     const ConditionWatch watch;
-    if (watch.watching() && GetCache(kCurrent, QStringLiteral("station-id")) == stationBefore)
+    if (GetCache(kCurrentSection, QStringLiteral("station-id")) == stationBefore)
         watch.popIfChanged(true);
     SaveCache(QStringLiteral("LastUpdated"), QStringLiteral("CurrentTimeStamp"),
-              GetCache(kCurrent, QStringLiteral("observed")));
+              GetCache(kCurrentSection, QStringLiteral("observed")));
     StoreLastPressure();
     process().ProcessingConditions = false;
 }

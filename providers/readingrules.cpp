@@ -14,40 +14,45 @@ namespace Tarnby
 namespace
 {
 
-const QString kNotAvailable = QStringLiteral("N/A");
-
 // A unit the user has set and that differs from the base unit.
 bool convertsTo(const QString &unit, const char *baseUnit)
 {
     return !unit.isEmpty() && unit != QLatin1String(baseUnit);
 }
 
-QString rateTwin(const QString &number)
-{
-    const QString twin = RateToFahrenheit(number);
-    const std::optional<double> value = readNumber(twin);
-    return value && std::abs(*value) < 0.05 ? formatNumber(0.0, u"0.0") : twin;
-}
-
-QString twinFor(ReadingRule rule, const QString &number)
+bool twinWanted(ReadingRule rule)
 {
     const ProcessValues &units = process();
     switch (rule) {
     case ReadingRule::Temperature:
-        return CelsiusTwinsWanted() ? ToCelsius(number, true) : kNotAvailable;
+        return CelsiusTwinsWanted();
     case ReadingRule::Rate:
-        return rateTwin(number);
+        return true;
     case ReadingRule::Rain:
-        return convertsTo(units.UnitPre, "inches") ? RainFromInches(number, units.UnitPre)
-                                                   : kNotAvailable;
+        return convertsTo(units.UnitPre, "inches");
     case ReadingRule::Wind:
-        return convertsTo(units.UnitWind, "mph") ? WindFromMph(number, units.UnitWind)
-                                                 : kNotAvailable;
+        return convertsTo(units.UnitWind, "mph");
     case ReadingRule::Pressure:
-        return convertsTo(units.UnitBar, "inches") ? PressureFromInches(number, units.UnitBar)
-                                                   : kNotAvailable;
+        return convertsTo(units.UnitBar, "inches");
     }
-    return kNotAvailable;
+    return false;
+}
+
+Quantity quantityOf(ReadingRule rule)
+{
+    switch (rule) {
+    case ReadingRule::Temperature:
+        return Quantity::Temperature;
+    case ReadingRule::Rate:
+        return Quantity::TemperatureRate;
+    case ReadingRule::Rain:
+        return Quantity::Rain;
+    case ReadingRule::Wind:
+        return Quantity::Wind;
+    case ReadingRule::Pressure:
+        return Quantity::Pressure;
+    }
+    return Quantity::Temperature;
 }
 
 QString withDecimalPoint(QString text)
@@ -82,23 +87,18 @@ double heatIndex(double t, double rh)
            0.00000199 * t * t * rh * rh;
 }
 
-std::optional<double> numberOf(const QString &text)
-{
-    return isNumeric(text) ? readNumber(text) : std::nullopt;
-}
-
 } // namespace
 
 Reading ApplyReadingRule(ReadingRule rule, const QString &number)
 {
     if (IsMissingValue(number)) return {kNotAvailable, kNotAvailable};
-    return {number, twinFor(rule, number)};
+    return {number, twinWanted(rule) ? ToUserUnits(quantityOf(rule), number) : kNotAvailable};
 }
 
 QString ClampedHumidityBound(const QString &bound, const QString &humidity, bool isHigh)
 {
-    const std::optional<double> limit = numberOf(bound);
-    const std::optional<double> present = numberOf(humidity);
+    const std::optional<double> limit = NumberInText(bound);
+    const std::optional<double> present = NumberInText(humidity);
     if (!limit) return present ? humidity : bound;
     if (!present) return bound;
     const bool presentBeyond = isHigh ? *present > *limit : *present < *limit;
@@ -109,7 +109,7 @@ QString CompassWord(const QString &degrees)
 {
     static const char *const words[] = {"N", "NNE", "NE", "ENE", "E", "ESE", "SE", "SSE",
                                         "S", "SSW", "SW", "WSW", "W", "WNW", "NW", "NNW"};
-    const std::optional<double> value = numberOf(degrees);
+    const std::optional<double> value = NumberInText(degrees);
     if (!value || !std::isfinite(*value)) return degrees;
     const double turned = std::fmod(std::fmod(*value, 360.0) + 360.0, 360.0);
     return QLatin1String(words[static_cast<int>(std::lround(turned / 22.5)) % 16]);
@@ -118,9 +118,9 @@ QString CompassWord(const QString &degrees)
 QString FeelsLikeText(const QString &humidity, const QString &temperatureF,
                       const QString &windSpeedMph)
 {
-    const std::optional<double> rh = numberOf(humidity);
-    const std::optional<double> t = numberOf(temperatureF);
-    const std::optional<double> wind = numberOf(windSpeedMph);
+    const std::optional<double> rh = NumberInText(humidity);
+    const std::optional<double> t = NumberInText(temperatureF);
+    const std::optional<double> wind = NumberInText(windSpeedMph);
     if (!rh || !t || !wind) return {};
     double feels = *t;
     if (*t <= 50.0 && *wind >= 3.0)
@@ -146,8 +146,8 @@ QString RealtimeArguments::toString() const
 Reading WriteReading(const QString &key, ReadingRule rule, const QString &number)
 {
     const Reading reading = ApplyReadingRule(rule, number);
-    SaveCache(QStringLiteral("Current"), key, reading.value);
-    SaveCache(QStringLiteral("Current"), key + QLatin1Char('C'), reading.twin);
+    SaveCache(kCurrentSection, key, reading.value);
+    SaveCache(kCurrentSection, key + QLatin1Char('C'), reading.twin);
     return reading;
 }
 

@@ -14,10 +14,14 @@
 namespace Tarnby
 {
 
+// The branch live readings go to, and the word of a missing value.
+inline const QString kCurrentSection = QStringLiteral("Current");
+inline const QString kNotAvailable = QStringLiteral("N/A");
+
 enum class ReadingRule {
     Temperature, // twin in °C when the user sees Celsius (unit "C" or both units), else "N/A"
     Rate,        // a temperature change: twin × 1.8 ("###.0") for unit "C", else the value;
-                 // a twin that rounds to zero reads "0.0"
+                 // tidied, so a change that rounds to zero reads "0.0"
     Rain,        // twin in the user's rain unit unless that is "inches"
     Wind,        // twin in the user's wind unit unless that is "mph"
     Pressure,    // twin in the user's pressure unit unless that is "inches"

@@ -14,9 +14,7 @@ const QString kNotAvailable = QStringLiteral("NA");
 // A JSON number in "." form, as the decimal type would hold it, printed in the locale.
 QString jsonNumberText(const QString &value)
 {
-    const QString local = ToLocaleNumber(value);
-    if (!isNumeric(local)) return {};
-    const std::optional<double> number = readNumber(local);
+    const std::optional<double> number = NumberInText(ToLocaleNumber(value));
     return number ? formatNumber(*number, u"") : QString();
 }
 
@@ -88,10 +86,14 @@ QString KeepNumberCharacters(const QString &text, const QString &kind)
     return kind == QStringLiteral("Humidity") ? WholeNumberText(kept) : kept;
 }
 
+std::optional<double> NumberInText(const QString &text)
+{
+    return isNumeric(text) ? readNumber(text) : std::nullopt;
+}
+
 QString WholeNumberText(const QString &text)
 {
-    if (!isNumeric(text)) return text;
-    const std::optional<double> number = readNumber(text);
+    const std::optional<double> number = NumberInText(text);
     const std::optional<qint16> whole = number ? roundToInt16(*number) : std::nullopt;
     return whole ? QString::number(*whole) : text;
 }

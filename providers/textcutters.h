@@ -8,6 +8,8 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace Tarnby
 {
 
@@ -46,6 +48,10 @@ QString TextAfterLast(const QString &text, const QString &mark, bool keepMark = 
 // "Humidity" a result that reads as a number becomes a whole number ("95.0" is "95",
 // rounded half to even).
 QString KeepNumberCharacters(const QString &text, const QString &kind = QString());
+
+// The value of a text that is a number in the user's locale (see isNumeric); no value
+// for any other text.
+std::optional<double> NumberInText(const QString &text);
 
 // A number in the user's locale as a whole number ("72.5" gives "72", "73.5" gives "74":
 // half to even); a text that is no number ("N/A", "") stays as it is.

@@ -25,9 +25,7 @@ using Slot = clsWeatherBugStation::Slot;
 namespace
 {
 
-const QString kCurrent = QStringLiteral("Current");
 const QString kLastUpdated = QStringLiteral("LastUpdated");
-const QString kNotAvailable = QStringLiteral("N/A");
 constexpr int kObservationSeconds = 30;
 
 // What a numeric document value becomes in its slot.
@@ -85,7 +83,7 @@ QString conditionCode(double number)
 
 QString treated(const QString &value, Treatment treatment)
 {
-    const std::optional<double> number = isNumeric(value) ? readNumber(value) : std::nullopt;
+    const std::optional<double> number = NumberInText(value);
     if (!number) return value;
     switch (treatment) {
     case Treatment::None:
@@ -127,12 +125,12 @@ std::optional<QDateTime> observationTime(const QString &utcText)
 
 QString cached(const QString &key)
 {
-    return GetCache(kCurrent, key);
+    return GetCache(kCurrentSection, key);
 }
 
 void save(const QString &key, const QString &value)
 {
-    SaveCache(kCurrent, key, value);
+    SaveCache(kCurrentSection, key, value);
 }
 
 QString orNotAvailable(const QString &value)

@@ -4,7 +4,7 @@
 #include "tests/derive/localecase.h"
 
 using namespace Tarnby;
-using Tarnby::Test::LocaleTest;
+using namespace Tarnby::Test;
 
 namespace
 {
@@ -128,48 +128,41 @@ TEST_P(ForecastTextTest, ChanceFromForecastTriesEachPhraseInOrder)
 TEST_P(ForecastTextTest, FillChanceWritesOnlyNewNumbers)
 {
     process().CityCode = "KDSM";
-    const std::pair<const char *, const char *> daily[] = {
-        {"count", "2"},   {"prediction11", "Chance of rain 40%."},
-        {"pre11", "20"},  {"prediction21", "Clear."},
-        {"pre21", "0"},   {"prediction12", "A chance of rain."},
-        {"pre12", "N/A"}, {"prediction22", ""},
-        {"pre22", "N/A"},
-    };
-    for (const auto &[key, value] : daily)
-        SaveCache("Daily", key, value);
+    saveCache("Daily", {{"count", "2"},
+                        {"prediction11", "Chance of rain 40%."},
+                        {"pre11", "20"},
+                        {"prediction21", "Clear."},
+                        {"pre21", "0"},
+                        {"prediction12", "A chance of rain."},
+                        {"pre12", "N/A"},
+                        {"prediction22", ""},
+                        {"pre22", "N/A"}});
     FillChanceFromForecast();
-    EXPECT_EQ(GetCache("Daily", "pre11"), "40");
-    EXPECT_EQ(GetCache("Daily", "pre21"), "0");
-    EXPECT_EQ(GetCache("Daily", "pre12"), "10");
-    EXPECT_EQ(GetCache("Daily", "pre22"), "N/A");
+    expectCache("Daily", {{"pre11", "40"}, {"pre21", "0"}, {"pre12", "10"}, {"pre22", "N/A"}});
 }
 
 TEST_P(ForecastTextTest, ReprocessRebuildsTwinsAndTexts)
 {
     process().CityCode = "KDSM";
-    const std::pair<const char *, const char *> daily[] = {
-        {"count", "1"},
-        {"low1", "32"},
-        {"high1", "50"},
-        {"lown1", "20"},
-        {"prediction11", "Highs in the low 50s."},
-        {"prediction21", "Lows 20&deg;F."},
-    };
-    for (const auto &[key, value] : daily)
-        SaveCache("Daily", key, value);
+    saveCache("Daily", {{"count", "1"},
+                        {"low1", "32"},
+                        {"high1", "50"},
+                        {"lown1", "20"},
+                        {"prediction11", "Highs in the low 50s."},
+                        {"prediction21", "Lows 20&deg;F."}});
     setUnits("C");
     ReprocessForecasts();
-    EXPECT_EQ(GetCache("Daily", "low1C"), "0");
-    EXPECT_EQ(GetCache("Daily", "high1C"), "10");
-    EXPECT_EQ(GetCache("Daily", "lown1C"), "");
-    EXPECT_EQ(GetCache("Daily", "predictionC11"), "Highs near 12°C.");
-    EXPECT_EQ(GetCache("Daily", "predictionC21"), "Lows 20°F."); // already dressed
+    expectCache("Daily", {{"low1C", "0"},
+                          {"high1C", "10"},
+                          {"lown1C", ""},
+                          {"predictionC11", QString::fromUtf8("Highs near 12°C.")},
+                          {"predictionC21", QString::fromUtf8("Lows 20°F.")}}); // already dressed
 
     SaveCache("Daily", "high1", "77");
     setUnits("F");
     ReprocessForecasts();
-    EXPECT_EQ(GetCache("Daily", "high1C"), "10"); // no twins for a Fahrenheit user
-    EXPECT_EQ(GetCache("Daily", "predictionC11"), "Highs near 53°F.");
+    expectCache("Daily", {{"high1C", "10"}, // no twins for a Fahrenheit user
+                          {"predictionC11", QString::fromUtf8("Highs near 53°F.")}});
 }
 
 TEST(DayPartOfHour, DayRunsFromSixToFour)
@@ -223,10 +216,10 @@ protected:
             SaveCache("Hourly", "prob-of-precip" + n, r[2]);
         }
         SaveCache("Hourly", "count", QString::number(row));
-        SaveCache("Daily", "count", "2");
-        SaveCache("Daily", "short-title11", "20% Chance Rain");
-        SaveCache("Daily", "prediction11", "Cloudy. Humidity 80%. Chance of rain is 20%.");
-        SaveCache("Daily", "prediction21", "A 10 percent chance of rain.");
+        saveCache("Daily", {{"count", "2"},
+                            {"short-title11", "20% Chance Rain"},
+                            {"prediction11", "Cloudy. Humidity 80%. Chance of rain is 20%."},
+                            {"prediction21", "A 10 percent chance of rain."}});
     }
 };
 
@@ -239,10 +232,10 @@ TEST_P(HourlyChanceTest, DayPartsBeforeTheFirstForecastDayAreSkipped)
 {
     SaveCache("Daily", "date", GetParam().april15);
     EXPECT_EQ(ApplyHourlyChance(), 2);
-    EXPECT_EQ(GetCache("Daily", "pre11"), "40");
-    EXPECT_EQ(GetCache("Daily", "short-title11"), "40% Chance Rain");
-    EXPECT_EQ(GetCache("Daily", "prediction11"), "Cloudy. Humidity 80%. Chance of rain is 40%.");
-    EXPECT_EQ(GetCache("Daily", "pre21"), "");
+    expectCache("Daily", {{"pre11", "40"},
+                          {"short-title11", "40% Chance Rain"},
+                          {"prediction11", "Cloudy. Humidity 80%. Chance of rain is 40%."},
+                          {"pre21", ""}});
 }
 
 TEST_P(HourlyChanceTest, EachDayPartFillsItsHalfOfTheRunningDay)
@@ -250,10 +243,10 @@ TEST_P(HourlyChanceTest, EachDayPartFillsItsHalfOfTheRunningDay)
     SaveCache("Daily", "date", "2024-04-14");
     SaveCache("Hourly", "prob-of-precip2", "0");
     EXPECT_EQ(ApplyHourlyChance(), 0);
-    EXPECT_EQ(GetCache("Daily", "pre11"), "10");
-    EXPECT_EQ(GetCache("Daily", "pre21"), "60");
-    EXPECT_EQ(GetCache("Daily", "prediction21"), "A 60 percent chance of rain.");
-    EXPECT_EQ(GetCache("Daily", "pre12"), "40");
+    expectCache("Daily", {{"pre11", "10"},
+                          {"pre21", "60"},
+                          {"prediction21", "A 60 percent chance of rain."},
+                          {"pre12", "40"}});
     SaveCache("Hourly", "prob-of-precip1", "0");
     ApplyHourlyChance();
     EXPECT_EQ(GetCache("Daily", "short-title11"), "Chance Rain"); // "0% " is dropped

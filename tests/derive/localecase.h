@@ -5,6 +5,7 @@
 // default.
 
 #include "core/processvalues.h"
+#include "core/weathercache.h"
 #include "derive/units.h"
 #include "tests/support/testprofile.h"
 
@@ -12,6 +13,9 @@
 #include <QString>
 
 #include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <utility>
 
 namespace Tarnby::Test
 {
@@ -52,6 +56,22 @@ inline QString inLocale(const QString &dotText, const LocaleCase &c)
 inline void PrintTo(const LocaleCase &c, std::ostream *os)
 {
     *os << c.name;
+}
+
+using CacheValues = std::initializer_list<std::pair<const char *, QString>>;
+
+// Writes the values into a section of the current station's cache.
+inline void saveCache(const QString &section, CacheValues values)
+{
+    for (const auto &[key, value] : values)
+        SaveCache(section, key, value);
+}
+
+// Expects each key of the section to hold its value.
+inline void expectCache(const QString &section, CacheValues expected)
+{
+    for (const auto &[key, value] : expected)
+        EXPECT_EQ(GetCache(section, key), value) << key;
 }
 
 // A profile, the case's locale and default conversion settings for each test.

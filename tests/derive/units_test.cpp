@@ -7,7 +7,7 @@
 #include <functional>
 
 using namespace Tarnby;
-using Tarnby::Test::LocaleTest;
+using namespace Tarnby::Test;
 
 namespace
 {
@@ -207,75 +207,76 @@ TEST_P(UnitsTest, LoadConversionSettingsFillsDefaultsForEmptyKeys)
     EXPECT_TRUE(conversionOptions().bothUnits);
     EXPECT_TRUE(conversionOptions().useTenths);
     EXPECT_FALSE(conversionOptions().windInDegrees); // "True" is compared exactly
-}
 
-void saveAll(const QString &section, const std::vector<std::pair<const char *, QString>> &values)
-{
-    for (const auto &[key, value] : values)
-        SaveCache(section, key, value);
+    SavePref("Conversion", "Vis", "inches"); // stored by earlier versions
+    LoadConversionSettings();
+    EXPECT_EQ(process().UnitVis, "miles");
 }
 
 TEST_P(UnitsTest, CurrentTwinsAreWrittenForEachNonUsUnit)
 {
     process().CityCode = "KDSM";
-    saveAll("Current", {{"pressure", local("29.92")},
-                        {"pressure-rate", local("-0.03")},
-                        {"visibility", "10"},
-                        {"rain-today", local("0.5")},
-                        {"rain-rate-max", "N/A"},
-                        {"temp", "72"},
-                        {"temp-rate", local("2.5")},
-                        {"dew-point", ""},
-                        {"wind-speed", "10"},
-                        {"gust-speed", "abc"}});
+    saveCache("Current", {{"pressure", local("29.92")},
+                          {"pressure-rate", local("-0.03")},
+                          {"visibility", "10"},
+                          {"rain-today", local("0.5")},
+                          {"rain-rate-max", "N/A"},
+                          {"temp", "72"},
+                          {"temp-rate", local("2.5")},
+                          {"dew-point", ""},
+                          {"wind-speed", "10"},
+                          {"gust-speed", "abc"}});
     setUnits("C", "km/h", "hPa", "mm", "km");
     WriteCurrentTwins();
-    const std::pair<const char *, const char *> expected[] = {
-        {"pressureC", "1013.2"}, {"pressure-rateC", "-1"}, {"pressure-highC", ""},
-        {"visibilityC", "16.1"}, {"rain-todayC", "12.7"},  {"rain-rate-maxC", "N/A"},
-        {"tempC", "22"},         {"temp-rateC", "4.5"},    {"dew-pointC", ""},
-        {"wind-speedC", "16.1"}, {"gust-speedC", "0.0"},
-    };
-    for (const auto &[key, value] : expected)
-        EXPECT_EQ(GetCache("Current", key), local(value)) << key;
+    expectCache("Current", {{"pressureC", local("1013.2")},
+                            {"pressure-rateC", "-1"},
+                            {"pressure-highC", ""},
+                            {"visibilityC", local("16.1")},
+                            {"rain-todayC", local("12.7")},
+                            {"rain-rate-maxC", "N/A"},
+                            {"tempC", "22"},
+                            {"temp-rateC", local("4.5")},
+                            {"dew-pointC", ""},
+                            {"wind-speedC", local("16.1")},
+                            {"gust-speedC", local("0.0")}});
 }
 
 TEST_P(UnitsTest, UsUnitsWriteNoTwinsButBothUnitsWriteCelsius)
 {
     process().CityCode = "KDSM";
-    saveAll("Current",
-            {{"pressure", "30"}, {"temp", "50"}, {"wind-speed", "10"}, {"temp-rate", "1"}});
+    saveCache("Current",
+              {{"pressure", "30"}, {"temp", "50"}, {"wind-speed", "10"}, {"temp-rate", "1"}});
     setUnits("F");
     WriteCurrentTwins();
-    for (const char *twin : {"pressureC", "tempC", "wind-speedC", "temp-rateC"})
-        EXPECT_EQ(GetCache("Current", twin), "") << twin;
+    expectCache("Current",
+                {{"pressureC", ""}, {"tempC", ""}, {"wind-speedC", ""}, {"temp-rateC", ""}});
     conversionOptions().bothUnits = true;
     WriteCurrentTwins();
-    EXPECT_EQ(GetCache("Current", "tempC"), "10");
-    EXPECT_EQ(GetCache("Current", "temp-rateC"), "1"); // a rate stays as it is for "F"
-    EXPECT_EQ(GetCache("Current", "wind-speedC"), "");
+    expectCache("Current", {{"tempC", "10"},
+                            {"temp-rateC", "1"}, // a rate stays as it is for "F"
+                            {"wind-speedC", ""}});
 }
 
 TEST_P(UnitsTest, HourlyTwinsStopAtTheCount)
 {
     process().CityCode = "KDSM";
-    saveAll("Hourly", {{"count", "2"},
-                       {"temperature1", "32"},
-                       {"dew-point1", "N/A"},
-                       {"feels-like1", "41"},
-                       {"wind-speed1", "10"},
-                       {"temperature2", "50"},
-                       {"wind-speed2", "0"},
-                       {"temperature3", "70"}});
+    saveCache("Hourly", {{"count", "2"},
+                         {"temperature1", "32"},
+                         {"dew-point1", "N/A"},
+                         {"feels-like1", "41"},
+                         {"wind-speed1", "10"},
+                         {"temperature2", "50"},
+                         {"wind-speed2", "0"},
+                         {"temperature3", "70"}});
     setUnits("C", "m/s");
     WriteHourlyTwins();
-    const std::pair<const char *, const char *> expected[] = {
-        {"temperature1C", "0"},  {"dew-point1C", "N/A"},  {"feels-like1C", "5"},
-        {"wind-speed1C", "4.5"}, {"temperature2C", "10"}, {"wind-speed2C", "0.0"},
-        {"temperature3C", ""},
-    };
-    for (const auto &[key, value] : expected)
-        EXPECT_EQ(GetCache("Hourly", key), local(value)) << key;
+    expectCache("Hourly", {{"temperature1C", "0"},
+                           {"dew-point1C", "N/A"},
+                           {"feels-like1C", "5"},
+                           {"wind-speed1C", local("4.5")},
+                           {"temperature2C", "10"},
+                           {"wind-speed2C", local("0.0")},
+                           {"temperature3C", ""}});
 }
 
 TARNBY_BOTH_LOCALES(UnitsTest);
