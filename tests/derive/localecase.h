@@ -14,9 +14,6 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
-#include <utility>
-
 namespace Tarnby::Test
 {
 
@@ -58,20 +55,19 @@ inline void PrintTo(const LocaleCase &c, std::ostream *os)
     *os << c.name;
 }
 
-using CacheValues = std::initializer_list<std::pair<const char *, QString>>;
-
-// Writes the values into a section of the current station's cache.
-inline void saveCache(const QString &section, CacheValues values)
+// "key=value|key=value": values for a section of the current station's cache.
+inline void saveCache(const QString &section, const QString &pairs)
 {
-    for (const auto &[key, value] : values)
-        SaveCache(section, key, value);
+    for (const QString &pair : pairs.split('|'))
+        SaveCache(section, pair.section('=', 0, 0), pair.section('=', 1));
 }
 
-// Expects each key of the section to hold its value.
-inline void expectCache(const QString &section, CacheValues expected)
+// Expects each key of "key=value|key=value" to hold its value in the section.
+inline void expectCache(const QString &section, const QString &pairs)
 {
-    for (const auto &[key, value] : expected)
-        EXPECT_EQ(GetCache(section, key), value) << key;
+    for (const QString &pair : pairs.split('|'))
+        EXPECT_EQ(GetCache(section, pair.section('=', 0, 0)), pair.section('=', 1))
+            << pair.toStdString();
 }
 
 // A profile, the case's locale and default conversion settings for each test.
