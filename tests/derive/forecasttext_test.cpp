@@ -154,6 +154,7 @@ TEST_P(ForecastTextTest, ReprocessRebuildsTwinsAndTexts)
 
 TEST(DayPartOfHour, DayRunsFromSixToFour)
 {
+    LoadDatePatterns(QLocale(QLocale::English, QLocale::UnitedStates));
     const std::pair<const char *, const char *> cases[] = {{"6 AM", "D"},
                                                            {"4 PM", "D"},
                                                            {"12 PM", "D"},

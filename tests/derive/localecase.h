@@ -1,11 +1,12 @@
 #pragma once
 // Runs a derive test under both number and date conventions the program meets: a
 // dot-decimal month-first locale and a comma-decimal day-first one. Nothing is taken from
-// the machine: the symbols go into the process values and the date order into QLocale's
-// default.
+// the machine: the symbols go into the process values and the date patterns are loaded
+// from the case's locale.
 
 #include "core/processvalues.h"
 #include "core/weathercache.h"
+#include "derive/dates.h"
 #include "derive/units.h"
 #include "tests/support/testprofile.h"
 
@@ -80,12 +81,12 @@ protected:
         process().GroupSymbol = GetParam().group;
         process().NonUsNumberFormat = GetParam().decimal != "." || GetParam().group != ",";
         conversionOptions() = {};
-        QLocale::setDefault(GetParam().locale);
+        LoadDatePatterns(GetParam().locale);
     }
     void TearDown() override
     {
         conversionOptions() = {};
-        QLocale::setDefault(QLocale::c());
+        LoadDatePatterns(QLocale::c());
     }
     QString local(const QString &dotText) const { return inLocale(dotText, GetParam()); }
     void setUnits(const char *temp, const char *wind = "mph", const char *bar = "inches",
