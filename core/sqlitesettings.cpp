@@ -90,8 +90,11 @@ bool SqliteSettings::openFile(const QString &file)
     m_get = prepare("SELECT value FROM settings WHERE section = ?1 AND key = ?2");
     m_set = prepare("INSERT INTO settings (section, key, value) VALUES (?1, ?2, ?3) "
                     "ON CONFLICT (section, key) DO UPDATE SET value = excluded.value");
-    m_remove = prepare("DELETE FROM settings WHERE section = ?1 "
-                       "OR substr(section, 1, length(?1) + 1) = ?1 || '\\' COLLATE NOCASE");
+    // A section and its sub-sections ("A\..."), found in the primary key's range from "A"
+    // up to "A]", "]" being the character after "\": a test of each name's start would
+    // read the whole table. Names such as "A[" in the range are left by the condition.
+    m_remove = prepare("DELETE FROM settings WHERE section >= ?1 AND section < ?1 || ']' "
+                       "AND (section = ?1 OR section >= ?1 || '\\')");
     m_keys = prepare("SELECT key FROM settings WHERE section = ?1");
     m_sections = prepare("SELECT DISTINCT section FROM settings ORDER BY section");
     return m_get && m_set && m_remove && m_keys && m_sections;
