@@ -69,8 +69,11 @@ std::optional<QDateTime> ServiceTime(const QString &text)
 {
     if (text.size() < 10 || text == kNotAvailable) return std::nullopt;
     QString reading = text;
-    reading.replace(u'T', u' ').remove(u'Z');
-    return readDate(reading);
+    reading.remove(u'Z');
+    // The service's own form is read directly, anything else as the system reads dates.
+    const QDateTime iso = QDateTime::fromString(reading, Qt::ISODate);
+    if (iso.isValid()) return wallClock(iso.date(), iso.time());
+    return readDate(reading.replace(u'T', u' '));
 }
 
 QDate ServiceDate(const QString &text)

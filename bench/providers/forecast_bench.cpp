@@ -1,6 +1,7 @@
-// Reading forecasts: the hourly document of 240 periods (ten days) into a fresh Hourly
-// branch with its twins and humidex, all cache writes included, and the daily document
-// of 14 periods picked against those hours.
+// Reading forecasts: the hourly document of 240 periods (ten days) into the Hourly branch
+// with its twins and humidex, all cache writes included, and the daily document of 14
+// periods picked against those hours. The store also holds options and the forecast of
+// a station seen earlier, as a user's store does.
 
 #include "core/files.h"
 #include "core/processvalues.h"
@@ -117,6 +118,7 @@ public:
     {
         SettingsStore::open(m_dir.filePath(QStringLiteral("settings.sqlite")),
                             m_dir.filePath(QStringLiteral("Bench.ini")), false);
+        fillStore();
         process().CityCode = QStringLiteral("KDSM");
         setLocalTimeZone(QTimeZone("America/Chicago"));
         LoadDatePatterns(QLocale(QLocale::English, QLocale::UnitedStates));
@@ -131,6 +133,19 @@ public:
     }
 
 private:
+    // What a store holds beside the branch: options, and the forecasts of a station seen
+    // earlier, which stay until the cache is deleted.
+    static void fillStore()
+    {
+        const SettingsBatch batch;
+        for (int i = 0; i < 300; ++i)
+            SavePref(QStringLiteral("Options"), QStringLiteral("Option%1").arg(i),
+                     QStringLiteral("True"));
+        for (int i = 0; i < 5000; ++i)
+            SavePref(QStringLiteral("Cache\\KCID\\Hourly"), QStringLiteral("temperature%1").arg(i),
+                     QStringLiteral("71"));
+    }
+
     QTemporaryDir m_dir;
 };
 
