@@ -241,9 +241,11 @@ QString applyChosen(const QString &text, const QRegularExpression &phrase, const
 QString ApplyHighLowToText(const QString &text, const QString &high, const QString &low)
 {
     static const QRegularExpression highPhrase(
-        uR"((((\. High|\. Highs| high| highs)( temperature)* around ).+?\.(?!\d))|(((\. High|\. Highs| high| highs) (in|near) the (lower|mid|upper)).+?\.(?!\d)))"_s);
+        uR"((((\. High|\. Highs| high| highs)( temperature)* around ).+?\.(?!\d))|)"
+        uR"((((\. High|\. Highs| high| highs) (in|near) the (lower|mid|upper)).+?\.(?!\d)))"_s);
     static const QRegularExpression lowPhrase(
-        uR"((((\. Low|\. Lows| low| lows)( temperature)* around ).+?\.(?!\d))|(((\. Low|\. Lows| low| lows) (in|near) the (lower|mid|upper)).+?\.(?!\d)))"_s);
+        uR"((((\. Low|\. Lows| low| lows)( temperature)* around ).+?\.(?!\d))|)"
+        uR"((((\. Low|\. Lows| low| lows) (in|near) the (lower|mid|upper)).+?\.(?!\d)))"_s);
     static const QRegularExpression fahrenheit(uR"( ([01234567890]+)F( |\.))"_s);
     QString result = text;
     result.replace(u"mph"_s, u" mph"_s).replace(u"  mph"_s, u" mph"_s).remove(u"\r\n"_s);
