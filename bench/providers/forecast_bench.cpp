@@ -9,7 +9,6 @@
 #include "derive/dates.h"
 #include "providers/forecasts.h"
 
-#include <QCoreApplication>
 #include <QDateTime>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -172,11 +171,4 @@ BENCHMARK(BM_ReadDailyForecast)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
-int main(int argc, char **argv)
-{
-    QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
+BENCHMARK_MAIN();
