@@ -82,7 +82,9 @@ QString PickPrecipitation(const HourlyTable &table, const QDate &date, const QSt
 // Puts the chosen temperature into a period's wording, so that text and table agree: the
 // first "Highs in the lower 70s." (or "high around 75.", ...) becomes ". High temperature
 // near <high>F." (or " high temperature near <high>F."); without a numeric high the same
-// for the low. Every " 72F" then reads " 72°F". "mph" gets its blank, CR LF goes.
+// for the low. The phrases are found case-sensitively ("HIGHS" is none) and run to the
+// first "." that is not a decimal point. Every " 72F" then reads " 72°F". "mph" gets its
+// blank, CR LF goes.
 QString ApplyHighLowToText(const QString &text, const QString &high, const QString &low);
 
 // ---- readers -------------------------------------------------------------------------------
@@ -90,7 +92,9 @@ QString ApplyHighLowToText(const QString &text, const QString &high, const QStri
 // The daily forecast into Daily: per day the date and weekday, the titles, short titles,
 // icons and chances of the day and night halves, the high, low and night low (picked
 // from the hourly tables, so the hourly forecast must be read first) with their twins,
-// and the texts with their rewritten forms. A document whose forecastCreatedUtcStr is
+// and the texts with their rewritten forms. A document that opens on the night of the
+// date the station last observed keeps that night only until the next one: its first
+// day is tomorrow. A document whose forecastCreatedUtcStr is
 // that of the document last read (LastUpdated/DetailedTimeStamp) is skipped unless force
 // is set; a new hourly forecast makes the next daily document count as new.
 void ReadDailyForecast(const QString &documentPath, bool force = false);
@@ -114,8 +118,8 @@ void ReadWeatherUndergroundUv(const QString &documentPath);
 // own (the first period is day 1, a night ends its day; the first letter of <valid>,
 // "N" or "n", tells a night). A period's sentence "New rainfall ... ." or "New snowfall
 // ... ." is added to its half's prediction unless that already speaks of "rainfall
-// amounts" or "snowfall amounts" (in any case), and the rewritten predictionC follows. Days beyond
-// the branch's count are left alone.
+// amounts" or "snowfall amounts" (in any case), and the rewritten predictionC follows.
+// Days beyond the branch's count are left alone.
 void ReadNwsForecastText(const QString &documentPath);
 
 // ---- entry points of the retrieval run -----------------------------------------------------
