@@ -7,6 +7,7 @@
 #include "core/processvalues.h"
 #include "core/settingsstore.h"
 #include "core/weathercache.h"
+#include "derive/units.h"
 #include "providers/stationselection.h"
 #include "retrieval/children.h"
 #include "retrieval/fetch.h"
@@ -167,19 +168,11 @@ void loadStoredServiceSettings()
                          QStringLiteral("nws"));
 }
 
-// Step 35's units; an old mistake stored "inches" for visibility.
+// Step 35: the display units and the flags read once.
 void loadUnits()
 {
     ProcessValues &pv = process();
-    const QString section = QStringLiteral("Conversion");
-    pv.UnitTemp = GetPref(section, QStringLiteral("Temp"), QStringLiteral("F"));
-    pv.UnitWind = GetPref(section, QStringLiteral("Wind"), QStringLiteral("mph"));
-    pv.UnitBar = GetPref(section, QStringLiteral("Bar"), QStringLiteral("inches"));
-    pv.UnitPre = GetPref(section, QStringLiteral("Pre"), QStringLiteral("inches"));
-    pv.UnitVis = GetPref(section, QStringLiteral("Vis"), QStringLiteral("miles"));
-    if (pv.UnitVis == QStringLiteral("inches"))
-        pv.UnitVis = QStringLiteral("miles");
-    pv.RoundWind = isTrue(section, QStringLiteral("RoundWindSpeed"));
+    LoadConversionSettings();
     pv.RememberMapSize = GetPref(kGeneral, QStringLiteral("RememberMapSize")) != QStringLiteral("False");
     pv.ShowFeels = isTrue(QStringLiteral("TrayIcon"), QStringLiteral("ShowFeels"));
     pv.UpdateWhenConnected = isTrue(QStringLiteral("AutoUpdate"), QStringLiteral("WhenConnected"));
