@@ -26,8 +26,6 @@
 
 #include <QFileInfo>
 
-#include <exception>
-
 namespace Tarnby
 {
 
@@ -67,7 +65,8 @@ public:
         : m_automatic(automatic), m_alertsOnly(alertsOnly), m_force(force)
     {
     }
-    // Steps 2 to 23; false when the token was refused.
+    // Steps 2 to 23; false when the token was refused. A fault in a step is logged and
+    // the run still ends cleanly, so that it never blocks the runs after it.
     bool run();
 
 private:
@@ -109,17 +108,17 @@ private:
 
 bool Retrieval::run()
 {
-    try {
+    const QString where = QStringLiteral("modRetrieveWeather.DownloadTheWeather");
+    LogFaults(where, [this] {
         if (gather()) processDocuments();
         if (!failureTest()) {
             refresh();
             aftermath();
         }
-    } catch (const std::exception &fault) {
-        Log(ErrorLine(0, QString::fromLocal8Bit(fault.what()), 0,
-                      QStringLiteral("modRetrieveWeather.DownloadTheWeather")));
-    }
-    conclude();
+    });
+    LogFaults(where, [this] { conclude(); });
+    cleanUp();
+    emit retrievalProgress().runFinished(m_errorText.isEmpty(), m_errorText);
     return !m_findings.TokenRejected;
 }
 
@@ -369,7 +368,7 @@ void Retrieval::aftermath()
     schedulerValues().LastRunFailed = false;
 }
 
-// Steps 19 to 23.
+// Steps 19 to 22.
 void Retrieval::conclude()
 {
     say("Done");
@@ -385,8 +384,6 @@ void Retrieval::conclude()
         if (retrievalHooks().checkForUpdate) retrievalHooks().checkForUpdate(QStringLiteral("No"));
     }
     if (m_findings.TokenRejected) ClearApiToken();
-    cleanUp();
-    emit retrievalProgress().runFinished(m_errorText.isEmpty(), m_errorText);
 }
 
 void Retrieval::reportError()

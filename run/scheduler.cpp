@@ -11,7 +11,6 @@
 #include "run/runhooks.h"
 #include "run/useractivity.h"
 
-#include <exception>
 #include <utility>
 
 namespace Tarnby
@@ -31,14 +30,9 @@ const QString kLastUpdated = QStringLiteral("LastUpdated");
 
 // A fault inside a tick is logged and passed over, so the tick still re-enables its
 // timer and the chain never stops for good.
-template <class Work> void guarded(const char *where, Work work)
+template <class Work> void guarded(const char *tick, Work work)
 {
-    try {
-        work();
-    } catch (const std::exception &fault) {
-        Log(ErrorLine(0, QString::fromLocal8Bit(fault.what()), 0,
-                      QStringLiteral("frmMisc.") + QLatin1String(where)));
-    }
+    LogFaults(QStringLiteral("frmMisc.") + QLatin1String(tick), work);
 }
 
 bool connectionAllowed()

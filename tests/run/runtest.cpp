@@ -1,8 +1,12 @@
 #include "tests/run/runtest.h"
 
+#include "core/clock.h"
 #include "core/files.h"
-#include "core/weathercache.h"
+#include "core/log.h"
+#include "core/processvalues.h"
+#include "retrieval/fetch.h"
 #include "run/mapfile.h"
+#include "run/runprogress.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -13,95 +17,50 @@ namespace Tarnby::Test
 namespace
 {
 
-const QString kKinds[] = {
-    QStringLiteral("LiveConditions"),
-    QStringLiteral("NDFD"),
-    QStringLiteral("Detailed"),
-    QStringLiteral("Alerts"),
-    QStringLiteral("Links"),
-    QStringLiteral("UV"),
-    QStringLiteral("WuDetailed"),
-    QStringLiteral("WuNDFD"),
-    QStringLiteral("WuDailyHistory"),
-    QStringLiteral("WuYearlyHistory"),
-    QStringLiteral("CwopApiLiveConditions"),
-};
+const QStringList kKinds{"LiveConditions",
+                         "NDFD",
+                         "Detailed",
+                         "Alerts",
+                         "Links",
+                         "UV",
+                         "WuDetailed",
+                         "WuNDFD",
+                         "WuDailyHistory",
+                         "WuYearlyHistory",
+                         "CwopApiLiveConditions"};
+
+void writeHelpers(const QTemporaryDir &dir)
+{
+    const QString drawer = dir.filePath(kMapDrawer);
+    WriteFileAtomic(drawer, "#!/bin/sh\nmkdir -p \"$1\" && printf drawn > \"$1/map.jpg\"\n");
+    QFile::setPermissions(drawer, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    for (const QString helper : {"dl", "tbdownloader"})
+        QFile::link(QCoreApplication::applicationDirPath() + '/' + helper, dir.filePath(helper));
+    qputenv("TARNBY_HELPER_FOLDER", dir.path().toLocal8Bit());
+}
 
 } // namespace
 
-HelperFolder::HelperFolder()
-{
-    const QString drawer = m_dir.filePath(kMapDrawer);
-    WriteFileAtomic(
-        drawer, QStringLiteral("#!/bin/sh\nmkdir -p \"$1\" && printf drawn > \"$1/map.jpg\"\n"));
-    QFile::setPermissions(drawer, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    for (const char *helper : {"dl", "tbdownloader"})
-        QFile::link(QCoreApplication::applicationDirPath() + QLatin1Char('/') +
-                        QLatin1String(helper),
-                    m_dir.filePath(QLatin1String(helper)));
-    qputenv("TARNBY_HELPER_FOLDER", m_dir.path().toLocal8Bit());
-}
-
-HelperFolder::~HelperFolder()
-{
-    qunsetenv("TARNBY_HELPER_FOLDER");
-}
-
-ScriptedRunChildren::ScriptedRunChildren(std::function<ChildAnswer(const QString &)> script)
-    : script(std::move(script))
-{
-    setChildLauncher(this);
-}
-
-ScriptedRunChildren::~ScriptedRunChildren()
-{
-    setChildLauncher(nullptr);
-}
-
 qint64 ScriptedRunChildren::start(const QString &program, const QStringList &arguments)
 {
-    const qint64 pid = m_nextPid++;
-    if (program.endsWith(kMapDrawer)) {
-        drawerLaunches.append(arguments.join(QLatin1Char(' ')));
-        WriteFileAtomic(arguments.value(0) + QStringLiteral("/map.jpg"), QStringLiteral("drawn"));
-        return pid;
-    }
-    // dl takes "<url>|<output>|<status>", tbdownloader the three as separate arguments.
-    const QStringList parts =
-        arguments.size() == 1 ? arguments.first().split(QLatin1Char('|')) : arguments;
-    urls.append(parts.value(0));
-    const ChildAnswer answer = script ? script(parts.value(0)) : ChildAnswer{};
-    if (answer.hangs) {
-        m_running.insert(pid);
-    } else if (answer.polls > 0) {
-        m_late.insert(pid, {answer, parts.value(1), parts.value(2)});
-    } else {
-        WriteFileAtomic(parts.value(1), answer.body);
-        WriteFileAtomic(parts.value(2), answer.status);
-    }
-    return pid;
+    if (!program.endsWith(kMapDrawer)) return ScriptedChildren::start(program, arguments);
+    drawerLaunches.append(arguments.join(' '));
+    WriteFileAtomic(arguments.value(0) + "/map.jpg", "drawn");
+    return 1;
 }
 
-bool ScriptedRunChildren::isRunning(qint64 pid)
+QStringList ScriptedRunChildren::urls() const
 {
-    if (!m_late.contains(pid)) return m_running.contains(pid);
-    LateAnswer &late = m_late[pid];
-    if (--late.answer.polls > 0) return true;
-    WriteFileAtomic(late.outputFile, late.answer.body);
-    WriteFileAtomic(late.statusFile, late.answer.status);
-    m_late.remove(pid);
-    return false;
-}
-
-void ScriptedRunChildren::end(qint64 pid)
-{
-    m_running.remove(pid);
-    ended.append(pid);
+    QStringList urls;
+    for (const Launch &launch : launches)
+        urls.append(launch.url);
+    return urls;
 }
 
 RunTest::RunTest()
 {
-    setFetchTimeScale(0.01);
+    writeHelpers(helpers);
+    setFetchTimeScale(0.1); // no scripted child hangs: the limits only guard against faults
     runState() = RunState{};
     schedulerValues() = SchedulerValues{};
     setUserActivity(&activity);
@@ -110,18 +69,17 @@ RunTest::RunTest()
     process().LogStartedAt = Tarnby::clock().now();
     setRemoteLogSink([this](const QString &line) { logLines.append(line); });
     setMessageBoxSink([this](const QString &, const QString &text) { boxes.append(text); });
-    SavePref(QStringLiteral("Misc"), QStringLiteral("Token"), QStringLiteral("TOKEN"));
-    SavePref(QStringLiteral("Misc"), QStringLiteral("TokenExpiration"),
-             Tarnby::clock().now().toString(Qt::ISODate));
+    SavePref("Misc", "Token", "TOKEN");
+    SavePref("Misc", "TokenExpiration", Tarnby::clock().now().toString(Qt::ISODate));
     RetrievalProgress *progress = &retrievalProgress();
     QObject::connect(progress, &RetrievalProgress::percentChanged, &m_listener,
                      [this](int percent) { percents.append(percent); });
     QObject::connect(progress, &RetrievalProgress::progressBarShown, &m_listener,
-                     [this] { barEvents.append(QStringLiteral("shown")); });
+                     [this] { barEvents.append("shown"); });
     QObject::connect(progress, &RetrievalProgress::progressBarWidthChanged, &m_listener,
                      [this](const QString &width) { barEvents.append(width); });
     QObject::connect(progress, &RetrievalProgress::progressBarHidden, &m_listener,
-                     [this] { barEvents.append(QStringLiteral("hidden")); });
+                     [this] { barEvents.append("hidden"); });
     QObject::connect(progress, &RetrievalProgress::runFinished, &m_listener,
                      [this](bool ok, const QString &text) {
                          outcomes.append({ok, text});
@@ -130,6 +88,7 @@ RunTest::RunTest()
 
 RunTest::~RunTest()
 {
+    qunsetenv("TARNBY_HELPER_FOLDER");
     setFetchTimeScale(1.0);
     setUserActivity(nullptr);
     setRemoteLogSink({});
@@ -137,19 +96,17 @@ RunTest::~RunTest()
     setRetrievalHooks({});
     for (const QString &kind : kKinds)
         registerDownloadKind(kind, {});
-    setClock(nullptr);
 }
 
 void RunTest::selectStation(const StationSetting &station)
 {
-    const QString section = QStringLiteral("CityCode");
-    SavePref(section, QStringLiteral("Code"), station.code);
-    SavePref(section, QStringLiteral("City"), QStringLiteral("Test station"));
-    SavePref(section, QStringLiteral("ZipCode"), station.zip);
-    SavePref(section, QStringLiteral("Latitude"), station.latitude);
-    SavePref(section, QStringLiteral("Longitude"), station.longitude);
-    SavePref(section, QStringLiteral("StationType"), station.type);
-    process().CityCode = station.code.isEmpty() ? QStringLiteral("na") : station.code;
+    const std::pair<const char *, QString> keys[] = {
+        {"Code", station.code},           {"City", "Test station"},
+        {"ZipCode", station.zip},         {"Latitude", station.latitude},
+        {"Longitude", station.longitude}, {"StationType", station.type}};
+    for (const auto &[key, value] : keys)
+        SavePref("CityCode", key, value);
+    process().CityCode = station.code.isEmpty() ? "na" : station.code;
     process().StationType = station.type;
 }
 
@@ -157,35 +114,29 @@ void RunTest::traceProcessing()
 {
     for (const QString &kind : kKinds)
         registerDownloadKind(kind, [this, kind](const QString &path, bool, bool) {
-            trace.append(kind + QLatin1Char(':') + (path.isEmpty() ? QString() : ReadFile(path)));
+            trace.append(kind + ':' + (path.isEmpty() ? QString() : ReadFile(path)));
         });
-    const auto step = [this](const char *name) {
-        return [this, name] { trace.append(QLatin1String(name)); };
-    };
+    const auto step = [this](const char *name) { return [this, name] { trace.append(name); }; };
     const auto found = [this](const char *name) {
-        return [this, name] {
-            trace.append(QLatin1String(name));
-            return true;
-        };
+        return [this, name] { return trace.append(name), true; };
     };
     RetrievalHooks hooks;
     hooks.fetchWeatherBugObservations = found("weatherbug observations");
     hooks.fetchWUObservations = found("wu observations");
     hooks.fetchNwsObservations = found("nws observations");
     hooks.timeZoneAndSun = found("time zone");
-    hooks.insertObservation = step("insert");
-    hooks.postProcessForecasts = step("post-process");
-    hooks.rewritePrecipitation = step("precipitation");
-    hooks.buildLightningLink = step("lightning");
-    hooks.buildMapLinks = step("map links");
-    hooks.rebuildMapMenu = step("map menu");
-    hooks.writeUserLog = step("user log");
-    hooks.refreshInterface = step("refresh");
-    hooks.runExport = step("export");
-    hooks.notifyAlerts = step("alerts");
-    hooks.switchTrayItalic = [this](bool italic) {
-        trace.append(italic ? QStringLiteral("italic") : QStringLiteral("upright"));
-    };
+    for (auto [hook, name] : {std::pair{&RetrievalHooks::insertObservation, "insert"},
+                              {&RetrievalHooks::postProcessForecasts, "post-process"},
+                              {&RetrievalHooks::rewritePrecipitation, "precipitation"},
+                              {&RetrievalHooks::buildLightningLink, "lightning"},
+                              {&RetrievalHooks::buildMapLinks, "map links"},
+                              {&RetrievalHooks::rebuildMapMenu, "map menu"},
+                              {&RetrievalHooks::writeUserLog, "user log"},
+                              {&RetrievalHooks::refreshInterface, "refresh"},
+                              {&RetrievalHooks::runExport, "export"},
+                              {&RetrievalHooks::notifyAlerts, "alerts"}})
+        hooks.*hook = step(name);
+    hooks.switchTrayItalic = [this](bool italic) { trace.append(italic ? "italic" : "upright"); };
     setRetrievalHooks(hooks);
 }
 

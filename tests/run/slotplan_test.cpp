@@ -1,4 +1,5 @@
-// The addresses of the slots and which slots a run serves.
+// The addresses of the slots (coordinates cut, not rounded, to three decimals) and which
+// slots a run serves.
 
 #include "core/processvalues.h"
 #include "core/timestamp.h"
@@ -18,15 +19,6 @@ RunUrlInput station(const char *group, bool international, const char *code = "K
 }
 
 const QString kPlace = "location=41.533,-93.648&locationtype=latitudelongitude&units=english";
-
-TEST(CutCoordinateTest, CutsAtThreeDecimalsWithoutRounding)
-{
-    EXPECT_EQ(CutCoordinate("41.53389"), "41.533");
-    EXPECT_EQ(CutCoordinate("-93.64989"), "-93.649");
-    EXPECT_EQ(CutCoordinate("41.5"), "41.5");
-    EXPECT_EQ(CutCoordinate("41"), "41");
-    EXPECT_EQ(CutCoordinate(""), "");
-}
 
 class RunUrlsTest : public Tarnby::Test::ProfileTest
 {
@@ -51,22 +43,18 @@ TEST_F(RunUrlsTest, AUsWeatherBugStation)
         EXPECT_EQ(urls[empty], "");
 }
 
-TEST_F(RunUrlsTest, AForeignStationHasPulseAlertsAndNoNwsForecast)
+TEST_F(RunUrlsTest, ForeignAndCwopStations)
 {
-    const RunUrls urls = BuildRunUrls(station("WeatherBug", true));
-    EXPECT_EQ(urls[Slot::Alerts], "https://pulse.test/getPublishedAlerts/data/alerts/v1/alerts?" +
-                                      kPlace +
-                                      "&cultureinfo=en-en&verbose=true&subscription-key=TOKEN");
-    EXPECT_EQ(urls[Slot::NwsDetailed], "");
-}
-
-TEST_F(RunUrlsTest, ACwopStationReadsTheMesoWestTableAndHasNoLinks)
-{
-    const RunUrls urls = BuildRunUrls(station("CWOP", false, "D7094"));
-    EXPECT_EQ(urls[Slot::Conditions],
+    const RunUrls foreign = BuildRunUrls(station("WeatherBug", true));
+    EXPECT_EQ(foreign[Slot::Alerts],
+              "https://pulse.test/getPublishedAlerts/data/alerts/v1/alerts?" + kPlace +
+                  "&cultureinfo=en-en&verbose=true&subscription-key=TOKEN");
+    EXPECT_EQ(foreign[Slot::NwsDetailed], "");
+    const RunUrls cwop = BuildRunUrls(station("CWOP", false, "D7094"));
+    EXPECT_EQ(cwop[Slot::Conditions],
               "https://mesowest.utah.edu/cgi-bin/droman/meso_table_mesowest.cgi?stn=D7094&unit=0"
               "&month1=&day1=0&year1=&hour1=00&time=GMT&past=0");
-    EXPECT_EQ(urls[Slot::Links], "");
+    EXPECT_EQ(cwop[Slot::Links], "");
 }
 
 TEST_F(RunUrlsTest, AnOldSystemSendsTheApiHostsThroughTheRelay)
@@ -135,14 +123,6 @@ INSTANTIATE_TEST_SUITE_P(
         PlanCase{"WeatherBug", false, true, {Slot::Alerts, Slot::Map, Slot::UV}},
         PlanCase{"CWOP", true, true, {Slot::Map}}));
 
-TEST_F(SlotPlanTest, AlertsGoOffWhenTheirAddressIsTheConditionsAddress)
-{
-    RunUrls urls = BuildRunUrls(station("CWOP", false));
-    urls[Slot::Alerts] = urls[Slot::Conditions];
-    EnableSlots(jobs, urls, {"CWOP", false, false}, now);
-    EXPECT_FALSE(jobs[Slot::Alerts].Enabled);
-}
-
 TEST_F(SlotPlanTest, UvFetchedLessThanSixMinutesAgoIsNotFetchedAgain)
 {
     for (const auto &[ageMinutes, on] : {std::pair{3, false}, std::pair{7, true}}) {
@@ -160,15 +140,6 @@ TEST_F(SlotPlanTest, SlowValuesThatAreNoNumbersForceTheirHistoryOnAndAreCleared)
     for (const char *key : {"rain-today", "humidity-low", "humidity-high"})
         EXPECT_EQ(GetCache("Cache", key), "") << key;
     EXPECT_EQ(GetCache("Cache", "rain-month"), "1");
-}
-
-TEST_F(SlotPlanTest, AForeignStationLosesItsUvAndAlertSections)
-{
-    SaveCache("UV", "count", "2");
-    SaveCache("Alerts", "title1", "Gale");
-    plan(station("WeatherBug", true), false);
-    EXPECT_EQ(GetCache("UV", "count"), "");
-    EXPECT_EQ(GetCache("Alerts", "title1"), "");
 }
 
 } // namespace
