@@ -65,8 +65,8 @@ public:
         : m_automatic(automatic), m_alertsOnly(alertsOnly), m_force(force)
     {
     }
-    // Steps 2 to 23; false when the token was refused. A fault in a step is logged and
-    // the run still ends cleanly, so that it never blocks the runs after it.
+    // The whole run; false when the token was refused. A fault is logged and the run
+    // still ends cleanly, so that it never blocks the runs after it.
     bool run();
 
 private:
@@ -122,7 +122,7 @@ bool Retrieval::run()
     return !m_findings.TokenRejected;
 }
 
-// Steps 2 to 14; false when the run goes straight to the failure test.
+// Everything up to the processing; false when the run goes straight to the failure test.
 bool Retrieval::gather()
 {
     if (!prepare()) return false;
@@ -167,7 +167,7 @@ void Retrieval::startProgress()
     state.DownloadsCompleted = state.DownloadsActive = state.ProgressSteps = 0;
 }
 
-// Steps 6 to 9.
+// The map source, the postal-code repair, the service settings and the map file.
 void Retrieval::readStation()
 {
     const QString skin = InterfaceSkin();
@@ -184,7 +184,7 @@ void Retrieval::readStation()
     m_international = IsInternational(m_station.ZipCode);
 }
 
-// Steps 10 and 11.
+// The slots' addresses and which of them this run serves.
 void Retrieval::planSlots()
 {
     const QString pulse =
@@ -213,7 +213,7 @@ void Retrieval::queueMap()
     m_mapDrawerPid = LaunchMapDrawer(m_mapFolder, MapTypeName(), zoom);
 }
 
-// Steps 12 and 13; false when the run's time ran out first.
+// False when the run's time ran out before every slot finished.
 bool Retrieval::downloadAll()
 {
     const RunState &state = runState();
@@ -300,7 +300,6 @@ void Retrieval::endUnfinishedChildren()
     }
 }
 
-// Step 15.
 void Retrieval::processDocuments()
 {
     const QString code = GetPref(QStringLiteral("CityCode"), QStringLiteral("Code"));
@@ -319,7 +318,7 @@ void Retrieval::processDocuments()
     if (!schedulerValues().RealtimeActive) callHook(retrievalHooks().writeUserLog);
 }
 
-// Step 16: true when everything the interface needs failed.
+// True when everything the interface needs failed.
 bool Retrieval::failureTest()
 {
     const RunState &state = runState();
@@ -336,7 +335,6 @@ bool Retrieval::failureTest()
     return true;
 }
 
-// Step 17.
 void Retrieval::refresh()
 {
     runState().ProgressPercent = 0;
@@ -346,7 +344,7 @@ void Retrieval::refresh()
     callHook(retrievalHooks().runExport);
 }
 
-// Step 18.
+// The aftermath of a good run.
 void Retrieval::aftermath()
 {
     const RetrievalHooks &hooks = retrievalHooks();
@@ -368,7 +366,7 @@ void Retrieval::aftermath()
     schedulerValues().LastRunFailed = false;
 }
 
-// Steps 19 to 22.
+// The error report, the progress bar and the daily version check.
 void Retrieval::conclude()
 {
     say("Done");
