@@ -135,17 +135,16 @@ RealtimeRun RealtimeProcedureRun(bool alertsOnly, const QString &weatherStamp,
     return RealtimeRun::None;
 }
 
-void ResetRealtimeErrorsIfDue(SchedulerValues &values, const QDateTime &now)
+void ResetRealtimeErrorsIfDue(int &errorCount, const QDateTime &lastError, const QDateTime &now)
 {
-    if (values.RealtimeErrorCount >= kRealtimeErrorLimit &&
-        (!values.RealtimeLastError.isValid() ||
-         values.RealtimeLastError.secsTo(now) > kErrorSilenceSeconds))
-        values.RealtimeErrorCount = 0;
+    if (errorCount >= kRealtimeErrorLimit &&
+        (!lastError.isValid() || lastError.secsTo(now) > kErrorSilenceSeconds))
+        errorCount = 0;
 }
 
-bool RealtimeFetchAllowed(const SchedulerValues &values, bool fullRunMade, bool connectionAllowed)
+bool RealtimeFetchAllowed(int errorCount, bool fullRunMade, bool connectionAllowed)
 {
-    return !fullRunMade && values.RealtimeErrorCount < kRealtimeErrorLimit && connectionAllowed;
+    return !fullRunMade && errorCount < kRealtimeErrorLimit && connectionAllowed;
 }
 
 int RealtimeQueryIntervalFor(const QString &group, int realtimeSeconds, bool recentUpdate)

@@ -13,8 +13,9 @@
 namespace Tarnby
 {
 
-// The scheduler's process values. Providers add to the realtime error count, the
-// retrieval run sets LastRunFailed and reads TimerRun and RealtimeActive.
+// The scheduler's process values. The retrieval run sets LastRunFailed and reads
+// TimerRun and RealtimeActive. The realtime error count and the time of the last
+// error are process values (core/processvalues.h), since the providers count them.
 struct SchedulerValues {
     int UpdateMinutes = 0; // minutes since the last scheduled run
     int UpdateRate = 0;    // minutes between scheduled runs; 0: never
@@ -26,8 +27,6 @@ struct SchedulerValues {
     int realtimeQueryInterval = 0; // seconds between realtime fetches
     QDateTime LastRealtimeQuery;
     int RealtimeSeconds = 0; // the update interval the Weather Underground provider reports
-    int RealtimeErrorCount = 0;
-    QDateTime RealtimeLastError;
 };
 
 // The one instance. Tests may assign a fresh SchedulerValues{}.
@@ -72,10 +71,11 @@ int NextRealtimeIntervalMs(bool weatherUndergroundStation, bool interfaceShown,
 RealtimeRun RealtimeProcedureRun(bool alertsOnly, const QString &weatherStamp,
                                  const QString &alertsStamp, const QString &stationCode,
                                  const QDateTime &now);
-// Ten realtime failures silence the realtime fetch for 60 minutes after the last one.
-void ResetRealtimeErrorsIfDue(SchedulerValues &values, const QDateTime &now);
+// Ten realtime failures silence the realtime fetch for 60 minutes after the last one:
+// the count is zeroed once that time has passed.
+void ResetRealtimeErrorsIfDue(int &errorCount, const QDateTime &lastError, const QDateTime &now);
 // connectionAllowed: online, or UpdateWhenConnected off.
-bool RealtimeFetchAllowed(const SchedulerValues &values, bool fullRunMade, bool connectionAllowed);
+bool RealtimeFetchAllowed(int errorCount, bool fullRunMade, bool connectionAllowed);
 // The query interval after a realtime fetch for a station group.
 int RealtimeQueryIntervalFor(const QString &group, int realtimeSeconds, bool recentUpdate);
 

@@ -7,6 +7,7 @@
 // Writers of row-wise sections write "count" last, readers never read beyond it.
 
 #include <QString>
+#include <QStringList>
 
 namespace Tarnby {
 
@@ -15,6 +16,14 @@ QString CacheSectionFor(const QString &code, const QString &name);
 QString GetCache(const QString &name, const QString &key, const QString &defaultValue = QString());
 void SaveCache(const QString &name, const QString &key, const QString &value);
 void DelCache(const QString &name);
+// The "count" of a row-wise section as a number of rows: 0 when it is missing or not a
+// whole number, and never more than kMaxCacheRows, so that a damaged count cannot make
+// a reader loop for ever.
+inline constexpr int kMaxCacheRows = 10000;
+int CacheCount(const QString &name);
+// Every key of a section as "key=value", sorted by key without regard to case: a whole
+// branch at a glance, for tools and tests. Empty when the store is not open.
+QStringList CacheBranchLines(const QString &name);
 // Deletes the whole cache subtree of one station, or of every station.
 void DeleteStationCache(const QString &code);
 void DeleteWholeCache();

@@ -431,7 +431,7 @@ void UpdateTheWeather(bool automatic, bool alertsOnly, bool resetFailures)
 {
     SchedulerValues &values = schedulerValues();
     RetrievalTimers *timers = installedTimers();
-    if (resetFailures) values.RealtimeErrorCount = 0;
+    if (resetFailures) process().RealtimeErrorCount = 0;
     const bool realtime = timers && timers->realtimeTimerActive();
     if (realtime) timers->setRealtimeTimerEnabled(false);
     if (timers) timers->setTimer1Enabled(false);

@@ -204,8 +204,9 @@ void Scheduler::RunRealtimeTimerProcedure(bool alertsOnly)
         alertsOnly, GetCache(kLastUpdated, QStringLiteral("Weather")),
         GetCache(kLastUpdated, QStringLiteral("Alerts")), process().CityCode, clock().now());
     if (run != RealtimeRun::None) UpdateTheWeather(true, run == RealtimeRun::AlertsOnly, false);
-    ResetRealtimeErrorsIfDue(values, clock().now());
-    if (RealtimeFetchAllowed(values, run == RealtimeRun::Full, connectionAllowed()))
+    ProcessValues &pv = process();
+    ResetRealtimeErrorsIfDue(pv.RealtimeErrorCount, pv.RealtimeLastError, clock().now());
+    if (RealtimeFetchAllowed(pv.RealtimeErrorCount, run == RealtimeRun::Full, connectionAllowed()))
         fetchLiveConditions();
     if (values.realtimeQueryInterval == 0) values.realtimeQueryInterval = kDefaultQuerySeconds;
     if (!alertsOnly) values.LastRealtimeQuery = clock().now();

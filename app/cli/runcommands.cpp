@@ -58,11 +58,8 @@ TARNBY_CLI_COMMAND({"run", "[--alerts-only]",
 
 void printSection(const QString &name, Io &io)
 {
-    SettingsBackend *store = SettingsStore::active();
-    QStringList keys = store->keys(CacheSection(name));
-    keys.sort();
-    for (const QString &key : keys)
-        io.out << key << '=' << GetCache(name, key) << Qt::endl;
+    for (const QString &line : CacheBranchLines(name))
+        io.out << line << Qt::endl;
 }
 
 // The current station's cache sections, by name.

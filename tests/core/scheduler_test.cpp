@@ -110,15 +110,12 @@ TEST(RealtimeProcedureTest, FullRunsAfterFourteenMinutesNineForQuickStationsAler
 
 TEST(RealtimeProcedureTest, TenFailuresSilenceTheFetchForAnHour)
 {
-    SchedulerValues values;
-    values.RealtimeErrorCount = 10;
-    values.RealtimeLastError = kNow.addSecs(-59 * 60);
-    ResetRealtimeErrorsIfDue(values, kNow);
-    EXPECT_FALSE(RealtimeFetchAllowed(values, false, true));
-    values.RealtimeLastError = kNow.addSecs(-61 * 60);
-    ResetRealtimeErrorsIfDue(values, kNow);
-    EXPECT_TRUE(RealtimeFetchAllowed(values, false, true));
-    EXPECT_FALSE(RealtimeFetchAllowed(values, true, true));
+    int errors = 10;
+    ResetRealtimeErrorsIfDue(errors, kNow.addSecs(-59 * 60), kNow);
+    EXPECT_FALSE(RealtimeFetchAllowed(errors, false, true));
+    ResetRealtimeErrorsIfDue(errors, kNow.addSecs(-61 * 60), kNow);
+    EXPECT_TRUE(RealtimeFetchAllowed(errors, false, true));
+    EXPECT_FALSE(RealtimeFetchAllowed(errors, true, true));
 }
 
 TEST(RealtimeProcedureTest, QueryIntervalByGroup)
