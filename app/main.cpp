@@ -1,15 +1,21 @@
 // tarnby: the desktop program. Until its windows exist it runs start-up headless,
 // reports what it did, and lives on as the one running instance until ended.
 //
-//   tarnby [--profile DIR] [-i] [-id] [station=CODE] [monthlydb=PATH] [pid=N]
+//   tarnby [--demo] [--profile DIR] [-i] [-id] [station=CODE] [monthlydb=PATH] [pid=N]
+//
+// --demo runs against the built-in demo service on a demo profile of its own.
 
+#include "app/demo.h"
 #include "app/singleinstance.h"
 #include "app/startup.h"
 #include "core/log.h"
 #include "core/paths.h"
 #include "retrieval/children.h"
+#include "retrieval/fetch.h"
+#include "retrieval/hosts.h"
 
 #include <QCoreApplication>
+#include <QRegularExpression>
 #include <QSocketNotifier>
 #include <QTextStream>
 
@@ -41,10 +47,13 @@ void quitOnSignals(QCoreApplication &app)
 }
 
 // The command line as one text, as start-up's substring tests expect it; the
-// --profile option is taken out first.
-QString commandLine(QStringList arguments)
+// --profile and --demo options are taken out first.
+QString commandLine(QStringList arguments, bool &demo)
 {
     arguments.removeFirst();
+    demo = arguments.removeAll(QStringLiteral("--demo")) > 0;
+    if (demo)
+        setProfileOverride(Demo::defaultProfile());
     const qsizetype profile = arguments.indexOf(QStringLiteral("--profile"));
     if (profile >= 0 && profile + 1 < arguments.size()) {
         setProfileOverride(arguments.at(profile + 1));
@@ -70,6 +79,20 @@ bool handOverToRunningInstance(SingleInstance &instance, const QString &line)
     return true;
 }
 
+// Until retrieval runs land in this program, the demo shows that the station's
+// documents arrive: the latest observation, fetched through a helper process.
+void showDemoObservation(QTextStream &out)
+{
+    const QString url = HostUrl(Host::NwsApi) + QStringLiteral("/stations/KTIW/observations/latest");
+    const QString document = DownloadIt(url, 30);
+    out << "fetched " << url << " (" << document.size() << " characters)" << Qt::endl;
+    static const QRegularExpression field(QStringLiteral(R"re("(textDescription|rawMessage|timestamp)": "([^"]*)")re"));
+    for (auto match = field.globalMatch(document); match.hasNext();) {
+        const QRegularExpressionMatch m = match.next();
+        out << "  " << m.captured(1) << ": " << m.captured(2) << Qt::endl;
+    }
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -77,7 +100,8 @@ int main(int argc, char **argv)
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Tarnby"));
     QTextStream out(stdout);
-    const QString line = commandLine(QCoreApplication::arguments());
+    bool demoWanted = false;
+    const QString line = commandLine(QCoreApplication::arguments(), demoWanted);
 
     SingleInstance instance;
     if (handOverToRunningInstance(instance, line)) {
@@ -89,10 +113,22 @@ int main(int argc, char **argv)
     });
 
     OpenSettingsStore(line);
+    Demo demo;
+    if (demoWanted) {
+        if (!demo.startService()) {
+            QTextStream(stderr) << "tarnby: the demo documents are missing from " << ProgramFolder() << Qt::endl;
+            return 1;
+        }
+        ChooseProfileFolder();
+        demo.prepareProfile();
+        out << "Demo service on " << demo.address() << Qt::endl;
+    }
     const StartupState state = RunStartup(line);
     out << "Tarnby " << ProgramVersion() << " started" << Qt::endl;
     for (const QString &done : state.done)
         out << "  " << done << Qt::endl;
+    if (demoWanted)
+        showDemoObservation(out);
     out << "Running; Ctrl-C ends it." << Qt::endl;
 
     quitOnSignals(app);
