@@ -3,6 +3,7 @@
 #include "providers/metar.h"
 
 #include "core/clock.h"
+#include "core/log.h"
 #include "core/processvalues.h"
 #include "providers/feelslike.h"
 #include "providers/numerictest.h"
@@ -184,6 +185,9 @@ bool clsMetar::ParseXmlData(QStringView text)
     const QStringView id = ExtractBetween(text, u"<station id=\"", u"\"", true);
     if (id.size() == 4 && id.startsWith(u'K')) m_stationId = id.toString();
     readUnixTime(ExtractBetween(text, u"utime=\"", u"\"", true));
+    if (!text.contains(u"<ob "))
+        Log(QStringLiteral(
+            "MesoWest document without an observation block (clsMetar.ParseXmlData)"));
     const QStringView observation = ExtractBetween(text, u"<ob ", u"</ob>", false);
     for (const QStringView piece : observation.tokenize(u"<variable ")) {
         if (!piece.startsWith(u"var=")) continue;
