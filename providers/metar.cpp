@@ -4,9 +4,10 @@
 
 #include "core/clock.h"
 #include "core/log.h"
-#include "core/processvalues.h"
-#include "providers/feelslike.h"
-#include "providers/numerictest.h"
+#include "derive/numberformat.h"
+#include "derive/units.h"
+#include "providers/readingrules.h"
+#include "providers/textcutters.h"
 
 #include <QDateTime>
 
@@ -18,31 +19,12 @@ namespace Tarnby
 namespace
 {
 
-constexpr double kMphPerKnot = 1.15078;
-
-// A number in the platform's picture form: `decimals` fixed decimals, and with
-// `leadingZero` false no "0" in front of the decimal mark ("###.0" prints 0.5 as ".5").
-// A value that rounds to zero loses its sign; a value that is no finite number gives
-// the empty text.
-QString pictureText(double value, int decimals, bool leadingZero)
-{
-    if (!std::isfinite(value)) return {};
-    if (std::round(value * std::pow(10.0, decimals)) == 0) value = 0;
-    QString text = QString::number(value, 'f', decimals);
-    if (!leadingZero) {
-        const qsizetype zero = text.startsWith(u'-') ? 1 : 0;
-        if (text.mid(zero, 2) == QLatin1String("0.")) text.remove(zero, 1);
-    }
-    return text.replace(u'.', process().DecimalSymbol);
-}
-
 // The Fahrenheit reading: the stored value, else the Celsius one converted, else the
 // Celsius text as it stands.
 QString fahrenheitReading(const QString &fahrenheit, const QString &celsius)
 {
     if (!fahrenheit.isEmpty()) return fahrenheit;
-    const std::optional<double> value = numericValue(celsius);
-    return value ? pictureText(*value * 1.8 + 32, 1, false) : celsius;
+    return isNumeric(celsius) ? FahrenheitFromCelsius(celsius) : celsius;
 }
 
 // The Celsius reading of a value stored in Fahrenheit goes through the rate conversion:
@@ -51,24 +33,19 @@ QString fahrenheitReading(const QString &fahrenheit, const QString &celsius)
 QString celsiusReading(const QString &fahrenheit, const QString &celsius)
 {
     if (fahrenheit.isEmpty()) return celsius;
-    const std::optional<double> value = numericValue(fahrenheit);
-    if (!value) return {};
-    return process().UnitTemp == QLatin1String("C") ? pictureText(*value * 1.8, 1, false)
-                                                    : fahrenheit;
+    return isNumeric(fahrenheit) ? RateToFahrenheit(fahrenheit) : QString();
 }
 
 QString mphReading(const QString &mph, const QString &knots)
 {
     if (!mph.isEmpty()) return mph;
-    const std::optional<double> value = numericValue(knots);
-    return value ? pictureText(*value * kMphPerKnot, 0, true) : QString();
+    return isNumeric(knots) ? MilesPerHourFromKnots(knots) : QString();
 }
 
 QString knotsReading(const QString &mph, const QString &knots)
 {
     if (mph.isEmpty()) return knots;
-    const std::optional<double> value = numericValue(mph);
-    return value ? pictureText(*value / kMphPerKnot, 2, true) : QString();
+    return isNumeric(mph) ? KnotsFromMilesPerHour(mph) : QString();
 }
 
 // Vapour pressure over water at a temperature in degrees Celsius; nothing at the pole
@@ -100,16 +77,18 @@ QString clsMetar::Condition() const
 
 QString clsMetar::DateTimeUtc() const
 {
-    const std::optional<int> day = wholeNumberValue(m_day);
-    if (!day) return {};
+    // The day is a whole number of our own making.
+    const std::optional<double> value = NumberInText(m_day);
+    if (!value) return {};
+    const int day = int(*value);
     const QDate today = clock().utcNow().date();
     // A day later than today's was reported in the month before.
-    const QDate month = *day > today.day() ? today.addDays(-1) : today;
+    const QDate month = day > today.day() ? today.addDays(-1) : today;
     const QLatin1Char zero('0');
     return QStringLiteral("%1-%2-%3T%4")
         .arg(month.year(), 4, 10, zero)
         .arg(month.month(), 2, 10, zero)
-        .arg(*day, 2, 10, zero)
+        .arg(day, 2, 10, zero)
         .arg(m_time);
 }
 
@@ -126,24 +105,20 @@ QString clsMetar::DewPointF() const
 QString clsMetar::Humidity() const
 {
     if (!m_humidity.isEmpty()) return m_humidity;
-    const std::optional<double> dewPoint = numericValue(m_dewPointC);
-    const std::optional<double> temperature = numericValue(m_temperatureC);
+    const std::optional<double> dewPoint = NumberInText(m_dewPointC);
+    const std::optional<double> temperature = NumberInText(m_temperatureC);
     if (!dewPoint || !temperature) return {};
     const std::optional<float> humidity = relativeHumidity(float(*dewPoint), float(*temperature));
     if (!humidity) return {};
-    return QString::number(*humidity, 'g', 7).replace(u'.', process().DecimalSymbol);
+    return QString::number(*humidity, 'g', 7).replace(u'.', localeSymbols().decimal);
 }
 
 // The dew point takes no part in the formula, but a reading without one gets no
-// feels-like, as with every other station family.
+// feels-like.
 QString clsMetar::FeelsLikeF() const
 {
-    const std::optional<double> dewPoint = numericValue(DewPointF());
-    const std::optional<double> humidity = numericValue(Humidity());
-    const std::optional<double> temperature = numericValue(TemperatureF());
-    const std::optional<double> wind = numericValue(WindSpeedMph());
-    if (!dewPoint || !humidity || !temperature || !wind) return {};
-    return pictureText(feelsLikeF(*temperature, *humidity, *wind), 0, true);
+    if (!isNumeric(DewPointF())) return {};
+    return FeelsLikeText(Humidity(), TemperatureF(), WindSpeedMph());
 }
 
 QString clsMetar::TemperatureC() const
@@ -176,31 +151,44 @@ QString clsMetar::WindSpeedKts() const
     return knotsReading(m_windMph, m_windKts);
 }
 
-bool clsMetar::ParseXmlData(QStringView text)
+namespace
+{
+
+// The text between the marks, or empty when the start mark is missing.
+QString cutBetween(const QString &text, const char *startMark, const char *endMark)
+{
+    return ExtractBetween(text, QLatin1String(startMark), QLatin1String(endMark), QString(), 0,
+                          true);
+}
+
+} // namespace
+
+bool clsMetar::ParseXmlData(const QString &text)
 {
     if (text.isEmpty()) return false;
     m_isAuto = false;
     m_gustKts = QStringLiteral("0");
     m_gustMph = QStringLiteral("0");
-    const QStringView id = ExtractBetween(text, u"<station id=\"", u"\"", true);
-    if (id.size() == 4 && id.startsWith(u'K')) m_stationId = id.toString();
-    readUnixTime(ExtractBetween(text, u"utime=\"", u"\"", true));
-    if (!text.contains(u"<ob "))
+    const QString id = cutBetween(text, "<station id=\"", "\"");
+    if (id.size() == 4 && id.startsWith(u'K')) m_stationId = id;
+    readUnixTime(cutBetween(text, "utime=\"", "\""));
+    const QString observationMark = QStringLiteral("<ob ");
+    if (!text.contains(observationMark))
         Log(QStringLiteral(
             "MesoWest document without an observation block (clsMetar.ParseXmlData)"));
-    const QStringView observation = ExtractBetween(text, u"<ob ", u"</ob>", false);
-    for (const QStringView piece : observation.tokenize(u"<variable ")) {
-        if (!piece.startsWith(u"var=")) continue;
-        applyXmlVariable(ExtractBetween(piece, u"var='", u"'", true),
-                         ExtractBetween(piece, u"value='", u"'", true));
+    // Without the block marks the variables of the whole text are read.
+    const QString observation = ExtractBetween(text, observationMark, QStringLiteral("</ob>"));
+    for (const QString &piece : observation.split(QStringLiteral("<variable "))) {
+        if (!piece.startsWith(QLatin1String("var="))) continue;
+        applyXmlVariable(cutBetween(piece, "var='", "'"), cutBetween(piece, "value='", "'"));
     }
     return true;
 }
 
 // The observation time as seconds since 1970 in UTC.
-void clsMetar::readUnixTime(QStringView text)
+void clsMetar::readUnixTime(const QString &text)
 {
-    const std::optional<double> seconds = numericValue(text);
+    const std::optional<double> seconds = NumberInText(text);
     // Beyond a few thousand years the number is no time of an observation.
     if (!seconds || std::abs(*seconds) > 1e11) return;
     const QDateTime time = QDateTime::fromSecsSinceEpoch(std::llround(*seconds), Qt::UTC);
@@ -209,7 +197,7 @@ void clsMetar::readUnixTime(QStringView text)
     m_time = time.toString(QStringLiteral("hh:mm"));
 }
 
-void clsMetar::applyXmlVariable(QStringView name, QStringView value)
+void clsMetar::applyXmlVariable(const QString &name, const QString &value)
 {
     static const struct {
         QStringView name;
@@ -222,27 +210,13 @@ void clsMetar::applyXmlVariable(QStringView name, QStringView value)
     };
     for (const auto &plain : plainFields) {
         if (name == plain.name) {
-            this->*plain.field = value.toString();
+            this->*plain.field = value;
             return;
         }
     }
     if (name == u"SKY") ParseSkyCondition(value);
-    if (name == u"FFGUST") m_gustMph = wholeNumberOrText(value);
-    if (name == u"FF") m_windMph = wholeNumberOrText(value);
-}
-
-// The program's text cutter: what lies between the marks. A missing start mark gives
-// the empty text when it must exist and the whole text otherwise; a missing end mark
-// gives the whole text.
-QStringView clsMetar::ExtractBetween(QStringView text, QStringView startMark, QStringView endMark,
-                                     bool mustExist)
-{
-    const qsizetype start = text.indexOf(startMark);
-    if (start < 0) return mustExist ? QStringView() : text;
-    const qsizetype begin = start + startMark.size();
-    const qsizetype end = text.indexOf(endMark, begin);
-    if (end < 0) return text;
-    return text.sliced(begin, end - begin);
+    if (name == u"FFGUST") m_gustMph = WholeNumberText(value);
+    if (name == u"FF") m_windMph = WholeNumberText(value);
 }
 
 QList<std::pair<QString, QString>> MetarReadings(const clsMetar &metar)

@@ -68,7 +68,7 @@ public:
     // False only for the empty text.
     bool ParseMetarData(QStringView text);
     // Decodes a MesoWest observation document. False only for the empty text.
-    bool ParseXmlData(QStringView text);
+    bool ParseXmlData(const QString &text);
 
 private:
     // Applies the sky rules (vertical visibility, cloud layer, clear sky) to one group;
@@ -77,9 +77,6 @@ private:
     // A present-weather group in words ("-SHRA" is "Light Rain Showers"); empty for a
     // group that is no weather.
     static QString DecodeWeatherGroup(QStringView group);
-    static QString wholeNumberOrText(QStringView text);
-    static QStringView ExtractBetween(QStringView text, QStringView startMark, QStringView endMark,
-                                      bool mustExist);
 
     void applyReportGroup(QStringView group);
     bool applyIdentityGroup(QStringView group);
@@ -89,8 +86,8 @@ private:
     bool applyAltimeterGroup(QStringView group);
     void keepLowestLayer(const QString &word, int height);
     void appendCondition(const QString &words);
-    void applyXmlVariable(QStringView name, QStringView value);
-    void readUnixTime(QStringView text);
+    void applyXmlVariable(const QString &name, const QString &value);
+    void readUnixTime(const QString &text);
 
     bool m_isAuto = false;
     QString m_condition;

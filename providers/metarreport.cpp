@@ -2,12 +2,14 @@
 
 #include "providers/metar.h"
 
-#include "providers/numerictest.h"
+#include "providers/textcutters.h"
 
 #include <QVarLengthArray>
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <limits>
 
 namespace Tarnby
 {
@@ -18,6 +20,28 @@ namespace
 bool isDigit(QChar c)
 {
     return c >= u'0' && c <= u'9';
+}
+
+// Nearly every number of a report is a few plain digits: those are read directly, the
+// rest by the locale's rules.
+std::optional<int> plainDigits(QStringView text)
+{
+    if (text.isEmpty() || text.size() > 9 || !std::all_of(text.begin(), text.end(), isDigit))
+        return std::nullopt;
+    return text.toInt();
+}
+
+// A numeric text made a whole number, halves to even, as heights and days are read;
+// nothing for a text that is no number or lies beyond int.
+std::optional<int> wholeNumber(QStringView text)
+{
+    if (const std::optional<int> plain = plainDigits(text)) return plain;
+    const std::optional<double> value = NumberInText(text);
+    if (!value) return std::nullopt;
+    const double whole = std::nearbyint(*value); // halves to even
+    if (!(whole >= std::numeric_limits<int>::min() && whole <= std::numeric_limits<int>::max()))
+        return std::nullopt;
+    return int(whole);
 }
 
 // Where " A" stands in the text from `from` on; -1 when nowhere. A plain loop: this
@@ -47,8 +71,8 @@ QStringView withoutRemarks(QStringView text)
 // Three characters of a sky group in hundreds of feet, as feet; 0 when they are no number.
 int layerHeight(QStringView hundreds)
 {
-    if (std::all_of(hundreds.begin(), hundreds.end(), isDigit)) return hundreds.toInt() * 100;
-    return wholeNumberValue(hundreds.toString() + QLatin1String("00")).value_or(0);
+    if (const std::optional<int> plain = plainDigits(hundreds)) return *plain * 100;
+    return wholeNumber(hundreds.toString() + QLatin1String("00")).value_or(0);
 }
 
 QString layerWord(QStringView cover)
@@ -58,6 +82,13 @@ QString layerWord(QStringView cover)
     if (cover == u"BKN") return QStringLiteral("Mostly Cloudy");
     if (cover == u"OVC") return QStringLiteral("Overcast");
     return {};
+}
+
+// A speed made a whole number when it is numeric; any other text is kept.
+QString speedText(QStringView speed)
+{
+    const std::optional<int> plain = plainDigits(speed);
+    return plain ? QString::number(*plain) : WholeNumberText(speed);
 }
 
 QString withMinusSigns(QStringView temperature)
@@ -197,7 +228,7 @@ bool clsMetar::applyIdentityGroup(QStringView group)
         return true;
     }
     if (group.size() == 7 && group.endsWith(u'Z')) {
-        if (const std::optional<int> day = wholeNumberValue(group.first(2)))
+        if (const std::optional<int> day = wholeNumber(group.first(2)))
             m_day = QString::number(*day);
         QString time;
         time.reserve(5);
@@ -217,8 +248,8 @@ bool clsMetar::applyWindGroup(QStringView group)
 {
     if (group.size() < 7 || !group.endsWith(u"KT")) return false;
     m_windDirection = group.first(3).toString();
-    m_windKts = wholeNumberOrText(group.sliced(3, 2));
-    if (group.size() == 10 && group[5] == u'G') m_gustKts = wholeNumberOrText(group.sliced(6, 2));
+    m_windKts = speedText(group.sliced(3, 2));
+    if (group.size() == 10 && group[5] == u'G') m_gustKts = speedText(group.sliced(6, 2));
     return true;
 }
 
@@ -285,7 +316,7 @@ bool clsMetar::ParseSkyCondition(QStringView sky)
 // The lowest layer describes the sky, whatever order the report lists the layers in.
 void clsMetar::keepLowestLayer(const QString &word, int height)
 {
-    const std::optional<int> stored = wholeNumberValue(m_cloudsHeight);
+    const std::optional<int> stored = wholeNumber(m_cloudsHeight);
     if (stored && height >= *stored) return;
     m_clouds = word;
     m_cloudsHeight = QString::number(height);
@@ -343,12 +374,6 @@ QString clsMetar::DecodeWeatherGroup(QStringView group)
         words += part;
     }
     return words;
-}
-
-QString clsMetar::wholeNumberOrText(QStringView text)
-{
-    const std::optional<int> whole = wholeNumberValue(text);
-    return whole ? QString::number(*whole) : text.toString();
 }
 
 } // namespace Tarnby

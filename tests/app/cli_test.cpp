@@ -96,4 +96,18 @@ TEST_F(CliTest, MetarRefusesWhatIsNoUsReport)
     EXPECT_EQ(cli({"metar"}).code, 2);
 }
 
+TEST_F(CliTest, RewriteAndConvertFollowTheStoredUnits)
+{
+    cli({"set", "Conversion", "Temp", "C"});
+    cli({"set", "Conversion", "Wind", "bft"});
+    const Result rewritten = cli({"rewrite", "HIGHS IN THE LOW 50S. WINDS 5 TO 10 MPH."});
+    EXPECT_EQ(rewritten.code, 0);
+    EXPECT_EQ(rewritten.out, QString::fromUtf8("HIGHS near 12°C. WINDS 2 TO 3 bft.\n"));
+    EXPECT_EQ(cli({"convert", "temp", "72"}).out, "22\n");
+    EXPECT_EQ(cli({"convert", "wind", "10"}).out, "3\n");
+    EXPECT_EQ(cli({"convert", "mph-from-knots", "N/A"}).out, "N/A\n");
+    EXPECT_EQ(cli({"convert", "kelvin", "72"}).code, 2);
+    EXPECT_TRUE(cli({"help"}).out.contains("inches-from-pa"));
+}
+
 } // namespace

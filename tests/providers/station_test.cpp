@@ -1,4 +1,3 @@
-#include "core/processvalues.h"
 #include "providers/numerictest.h"
 #include "providers/station.h"
 #include "tests/support/printers.h"
@@ -229,39 +228,6 @@ TEST(Station, NumericTest)
         EXPECT_TRUE(looksNumeric(number)) << number;
     for (const char *text : {"", "N/A", "abc", "-", ".", "1.2.3", "12a", "1e", ",5", "1 2"})
         EXPECT_FALSE(looksNumeric(text)) << text;
-}
-
-TEST(Station, NumericValueFollowsTheLocale)
-{
-    const struct {
-        const char *text;
-        std::optional<double> value;
-    } cases[] = {{"05", 5},
-                 {" -12.5 ", -12.5},
-                 {"+3", 3},
-                 {"1,234.5", 1234.5},
-                 {"-.5", -0.5},
-                 {"1e3", 1000},
-                 {"1e400", std::nullopt},
-                 {"N/A", std::nullopt}};
-    for (const auto &c : cases)
-        EXPECT_EQ(numericValue(QString::fromLatin1(c.text)), c.value) << c.text;
-    process().DecimalSymbol = QStringLiteral(",");
-    process().GroupSymbol = QStringLiteral(".");
-    EXPECT_EQ(numericValue(u"1.234,5"), 1234.5);
-    process() = ProcessValues{};
-}
-
-// Halves go to the even neighbour, as the program's whole-number conversion does.
-TEST(Station, WholeNumberValueRoundsHalvesToEven)
-{
-    const struct {
-        const char *text;
-        std::optional<int> value;
-    } cases[] = {{"2.5", 2},        {"3.5", 4}, {"-2.5", -2}, {"2.51", 3}, {"3e9", std::nullopt},
-                 {"", std::nullopt}};
-    for (const auto &c : cases)
-        EXPECT_EQ(wholeNumberValue(QString::fromLatin1(c.text)), c.value) << c.text;
 }
 
 } // namespace
