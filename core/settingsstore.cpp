@@ -127,6 +127,18 @@ QString GetPref(const QString &section, const QString &key, const QString &defau
     return value.isEmpty() ? defaultValue : value;
 }
 
+SettingsBatch::SettingsBatch() : m_backend(SettingsStore::registry())
+{
+    if (m_backend)
+        m_backend->beginBatch();
+}
+
+SettingsBatch::~SettingsBatch()
+{
+    if (m_backend)
+        m_backend->endBatch();
+}
+
 void SavePref(const QString &section, const QString &key, const QString &value)
 {
     if (SettingsBackend *backend = SettingsStore::active())

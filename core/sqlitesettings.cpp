@@ -185,4 +185,23 @@ QStringList SqliteSettings::sections()
     return result;
 }
 
+void SqliteSettings::beginBatch()
+{
+    if (m_db && m_batchDepth++ == 0)
+        m_inTransaction =
+            sqlite3_exec(m_db, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+void SqliteSettings::endBatch()
+{
+    if (m_batchDepth == 0 || --m_batchDepth > 0 || !m_inTransaction)
+        return;
+    m_inTransaction = false;
+    if (sqlite3_exec(m_db, "COMMIT", nullptr, nullptr, nullptr) == SQLITE_OK)
+        return;
+    Log(QStringLiteral("Settings batch not committed: %1 (SqliteSettings)")
+            .arg(QString::fromUtf8(sqlite3_errmsg(m_db))));
+    sqlite3_exec(m_db, "ROLLBACK", nullptr, nullptr, nullptr);
+}
+
 } // namespace Tarnby

@@ -24,6 +24,8 @@ public:
     bool removeSection(const QString &section) override;
     QStringList keys(const QString &section) override;
     QStringList sections() override;
+    void beginBatch() override;
+    void endBatch() override;
 
 private:
     bool openFile(const QString &file);
@@ -38,6 +40,8 @@ private:
     sqlite3_stmt *m_remove = nullptr;
     sqlite3_stmt *m_keys = nullptr;
     sqlite3_stmt *m_sections = nullptr;
+    int m_batchDepth = 0;
+    bool m_inTransaction = false;
 };
 
 } // namespace Tarnby

@@ -70,7 +70,7 @@ TEST_F(CliTest, HelpListsEveryCommand)
 {
     const Result help = cli({"help"});
     EXPECT_EQ(help.code, 0);
-    for (const char *name : {"get", "set", "delete", "stations", "select", "download", "metar", "help"})
+    for (const char *name : {"get", "set", "delete", "stations", "select", "download", "metar", "parse", "help"})
         EXPECT_TRUE(help.out.contains(QString("  ") + name + " ")) << name;
 }
 
@@ -94,6 +94,39 @@ TEST_F(CliTest, MetarRefusesWhatIsNoUsReport)
         EXPECT_FALSE(got.err.isEmpty());
     }
     EXPECT_EQ(cli({"metar"}).code, 2);
+}
+
+QString alertDocument(const char *name)
+{
+    return Tarnby::Test::dataFile(QStringLiteral("alerts/") + QLatin1String(name));
+}
+
+TEST_F(CliTest, ParseWritesTheBranchAndPrintsIt)
+{
+    const Result parsed = cli({"parse", "nws-alerts", alertDocument("nws-floodwatch.json")});
+    EXPECT_EQ(parsed.code, 0);
+    EXPECT_EQ(parsed.out, Tarnby::Test::readDataFile("alerts/nws-floodwatch.expected"));
+    EXPECT_EQ(cli({"get", "Cache\\na\\Alerts", "title1"}).out, "Flood Watch\n");
+}
+
+TEST_F(CliTest, ParseOfAnUnreadableDocumentKeepsTheBranchAndFails)
+{
+    cli({"parse", "nws-alerts", alertDocument("nws-floodwatch.json")});
+    const Result parsed = cli({"parse", "nws-alerts", alertDocument("pulse-empty.json")});
+    EXPECT_EQ(parsed.code, 1);
+    EXPECT_EQ(parsed.out, Tarnby::Test::readDataFile("alerts/nws-floodwatch.expected"));
+    EXPECT_FALSE(parsed.err.isEmpty());
+}
+
+TEST_F(CliTest, ParseNamesItsKindsOnBadUsage)
+{
+    for (const QStringList &args :
+         {QStringList{"parse", "daily-forecast", "x.json"}, QStringList{"parse", "nws-alerts"}}) {
+        const Result result = cli(args);
+        EXPECT_EQ(result.code, 2);
+        EXPECT_TRUE(result.err.contains("nws-alerts, pulse-alerts")) << result.err.toStdString();
+    }
+    EXPECT_EQ(cli({"parse", "pulse-alerts", m_dir.filePath("missing.json")}).code, 1);
 }
 
 TEST_F(CliTest, RewriteAndConvertFollowTheStoredUnits)

@@ -1,6 +1,7 @@
 #include "core/log.h"
 #include "core/processvalues.h"
 #include "core/settingsstore.h"
+#include "core/sqlitesettings.h"
 #include "tests/support/testprofile.h"
 
 #include <QFile>
@@ -105,6 +106,27 @@ TEST(StoreLimits, ReadsAndWritesBeforeOpeningAreHarmless)
     SavePref("A", "b", "c");
     DelPref("A");
     EXPECT_EQ(GetPref("A", "b", "default"), "default");
+}
+
+// Another process (tarnby-cli) sees a batch's writes all at once, when the outermost
+// batch ends; the writer sees them at once.
+TEST(StoreBatch, WritesReachOtherReadersWhenTheOutermostBatchEnds)
+{
+    TestProfile profile;
+    SqliteSettings otherProcess(profile.registryFile());
+    {
+        const SettingsBatch outer;
+        SavePref("Cache\\K\\Alerts", "title1", "Flood Watch");
+        {
+            const SettingsBatch inner;
+            SavePref("Cache\\K\\Alerts", "Count", "1");
+        }
+        EXPECT_EQ(GetPref("Cache\\K\\Alerts", "Count"), "1");
+        EXPECT_EQ(otherProcess.value("Cache\\K\\Alerts", "title1"), "");
+        EXPECT_EQ(otherProcess.value("Cache\\K\\Alerts", "Count"), "");
+    }
+    EXPECT_EQ(otherProcess.value("Cache\\K\\Alerts", "title1"), "Flood Watch");
+    EXPECT_EQ(otherProcess.value("Cache\\K\\Alerts", "Count"), "1");
 }
 
 TEST(Credentials, EncodingShiftsEachCharacterByItsPosition)
