@@ -76,30 +76,21 @@ TEST_P(ComfortTest, HumidexColourAndWordsUseCelsius)
 TEST_P(ComfortTest, CurrentHumidexNeedsBothValues)
 {
     process().CityCode = "KDSM";
-    saveCache("Current", {{"temp", "86"}, {"dew-point", local("68.0")}});
+    saveCache("Current", local("temp=86|dew-point=68.0"));
     WriteCurrentHumidex();
-    expectCache("Current", {{"humidexC", "38"}, {"humidex", "100"}}); // 100.4°F
+    expectCache("Current", "humidexC=38|humidex=100"); // 100.4°F
     SaveCache("Current", "dew-point", "N/A");
     WriteCurrentHumidex();
-    expectCache("Current", {{"humidexC", "N/A"}, {"humidex", "N/A"}});
+    expectCache("Current", "humidexC=N/A|humidex=N/A");
 }
 
 TEST_P(ComfortTest, HourlyHumidexKeepsNotAvailableHours)
 {
     process().CityCode = "KDSM";
-    saveCache("Hourly", {{"count", "2"},
-                         {"temperature1", "86"},
-                         {"dew-point1", "68"},
-                         {"temperature2", "70"},
-                         {"dew-point2", "N/A"},
-                         {"temperature3", "86"},
-                         {"dew-point3", "68"}});
+    saveCache("Hourly", "count=2|temperature1=86|dew-point1=68|temperature2=70|dew-point2=N/A|"
+                        "temperature3=86|dew-point3=68");
     WriteHourlyHumidex();
-    expectCache("Hourly", {{"humidex1", "100"},
-                           {"humidex1C", "38"},
-                           {"humidex2", "N/A"},
-                           {"humidex2C", "N/A"},
-                           {"humidex3", ""}});
+    expectCache("Hourly", "humidex1=100|humidex1C=38|humidex2=N/A|humidex2C=N/A|humidex3=");
 }
 
 TARNBY_BOTH_LOCALES(ComfortTest);
