@@ -6,7 +6,7 @@
 #include "core/settingsstore.h"
 #include "core/timestamp.h"
 #include "core/weathercache.h"
-#include "providers/numerictest.h"
+#include "derive/numberformat.h"
 #include "retrieval/children.h"
 #include "retrieval/fetch.h"
 
@@ -73,7 +73,7 @@ QString MapFolder(const QString &skin, const QString &code)
 QString MapZoomLevel()
 {
     const QString level = GetPref(kSkins, QStringLiteral("MapZoomLevel"));
-    return looksNumeric(level) ? level : QStringLiteral("9");
+    return isNumeric(level) ? level : QStringLiteral("9");
 }
 
 QString MapDrawerZoom(const QString &zoomLevel)

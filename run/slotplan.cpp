@@ -2,7 +2,7 @@
 
 #include "core/timestamp.h"
 #include "core/weathercache.h"
-#include "providers/numerictest.h"
+#include "derive/numberformat.h"
 
 #include <QStringList>
 
@@ -45,7 +45,7 @@ bool historySlotOn(const HistoryRule &rule, const QDateTime &now)
     const QString stamp = GetCache(QStringLiteral("LastUpdated"), rule.stampKey);
     bool on = kHistoryDownloads && !StampIsFresh(stamp, rule.staleSeconds - 1, now);
     for (const QString &key : rule.keys)
-        if (!looksNumeric(GetCache(QStringLiteral("Cache"), key))) on = true;
+        if (!isNumeric(GetCache(QStringLiteral("Cache"), key))) on = true;
     if (on)
         for (const QString &key : rule.keys)
             SaveCache(QStringLiteral("Cache"), key, QString());
