@@ -13,6 +13,8 @@
 #include "retrieval/fetch.h"
 #include "retrieval/hosts.h"
 #include "retrieval/servicesettings.h"
+#include "run/retrievalrun.h"
+#include "run/scheduler.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -419,6 +421,7 @@ StartupState RunStartup(const QString &commandLine)
     process().VendorPlainHttp = HttpsProbe();
     detectUpgrade(state);
     migrateSettings(state);
+    state.Runs = GetPref(kMisc, QStringLiteral("Runs")).toInt(); // step 17: not numeric reads 0
     LoadProcessValues();
     SavePref(kMisc, QStringLiteral("UseINI"), process().UseINI ? kTrue : QStringLiteral("False"));
     ParseCommandLine(commandLine);
@@ -441,6 +444,28 @@ StartupState RunStartup(const QString &commandLine)
     countRunAndSetDefaults(state);
     alignMapTemplate();
     return state;
+}
+
+void StartTimersAndFirstRetrieval(Scheduler &scheduler, const StartupState &state)
+{
+    scheduler.startAutoUpdate();
+    bool wanted = state.Runs == 0;
+    if (!wanted) {
+        const QString asked = isTrue(kGeneral, QStringLiteral("Ret"))
+                                  ? kTrue
+                                  : GetPref(kMisc, QStringLiteral("ForceUpdate"));
+        if (asked == kTrue) {
+            SavePref(kMisc, QStringLiteral("ForceUpdate"), QStringLiteral("False"));
+            wanted = IsOnline() || !process().UpdateWhenConnected;
+        }
+        if (wanted && state.DelayedStart) {
+            scheduler.addTimer5Job(QStringLiteral("Update"));
+            wanted = false;
+        }
+    }
+    if (wanted)
+        UpdateTheWeather(false, false, false);
+    scheduler.startTimer5();
 }
 
 void ExitTB()
