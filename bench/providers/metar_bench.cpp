@@ -82,5 +82,3 @@ void BM_ParseXmlData(benchmark::State &state)
 BENCHMARK(BM_ParseXmlData);
 
 } // namespace
-
-BENCHMARK_MAIN();
