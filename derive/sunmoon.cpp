@@ -1,5 +1,7 @@
 #include "derive/sunmoon.h"
 
+#include "derive/numberformat.h"
+
 #include "core/log.h"
 #include "core/processvalues.h"
 #include "core/weathercache.h"
@@ -101,12 +103,10 @@ SunCrossing crossings(const SunAtNoon &sun, double altitude, double sinLat, doub
     return c;
 }
 
-// TODO(merge): use numberformat.h
+// A latitude or longitude: a number in the locale, or nothing ("N/A", "", "abc").
 std::optional<double> numberFromText(const QString &text)
 {
-    bool ok = false;
-    const double value = QString(text).replace(u',', u'.').trimmed().toDouble(&ok);
-    return ok && std::isfinite(value) ? std::optional(value) : std::nullopt;
+    return isNumeric(text) ? readNumber(text) : std::nullopt;
 }
 
 // ---- sun step ---------------------------------------------------------------------------

@@ -97,16 +97,16 @@ QString KeepNumberCharacters(const QString &text, const QString &kind)
     return kind == QStringLiteral("Humidity") ? WholeNumberText(kept) : kept;
 }
 
-std::optional<double> NumberInText(const QString &text)
+std::optional<double> NumberInText(QStringView text)
 {
     return isNumeric(text) ? readNumber(text) : std::nullopt;
 }
 
-QString WholeNumberText(const QString &text)
+QString WholeNumberText(QStringView text)
 {
     const std::optional<double> number = NumberInText(text);
     const std::optional<qint16> whole = number ? roundToInt16(*number) : std::nullopt;
-    return whole ? QString::number(*whole) : text;
+    return whole ? QString::number(*whole) : text.toString();
 }
 
 } // namespace Tarnby

@@ -58,10 +58,10 @@ QString KeepNumberCharacters(const QString &text, const QString &kind = QString(
 
 // The value of a text that is a number in the user's locale (see isNumeric); no value
 // for any other text.
-std::optional<double> NumberInText(const QString &text);
+std::optional<double> NumberInText(QStringView text);
 
 // A number in the user's locale as a whole number ("72.5" gives "72", "73.5" gives "74":
 // half to even); a text that is no number ("N/A", "") stays as it is.
-QString WholeNumberText(const QString &text);
+QString WholeNumberText(QStringView text);
 
 } // namespace Tarnby

@@ -83,5 +83,3 @@ void BM_AlertsFullTextHtml200K(benchmark::State &state)
 BENCHMARK(BM_AlertsFullTextHtml200K)->Unit(benchmark::kMillisecond);
 
 } // namespace
-
-BENCHMARK_MAIN();

@@ -170,5 +170,3 @@ void BM_ReadDailyForecast(benchmark::State &state)
 BENCHMARK(BM_ReadDailyForecast)->Unit(benchmark::kMillisecond);
 
 } // namespace
-
-BENCHMARK_MAIN();

@@ -97,5 +97,3 @@ void BM_ProcessPwsConditions(benchmark::State &state)
 BENCHMARK(BM_ProcessPwsConditions)->Unit(benchmark::kMillisecond);
 
 } // namespace
-
-BENCHMARK_MAIN();

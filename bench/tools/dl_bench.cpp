@@ -64,5 +64,3 @@ BENCHMARK(BM_DlFiveKilobyteDocument)
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(10)
     ->ReportAggregatesOnly(true);
-
-BENCHMARK_MAIN();

@@ -70,8 +70,30 @@ TEST_F(CliTest, HelpListsEveryCommand)
 {
     const Result help = cli({"help"});
     EXPECT_EQ(help.code, 0);
-    for (const char *name : {"get", "set", "delete", "stations", "select", "download", "parse", "help"})
+    for (const char *name : {"get", "set", "delete", "stations", "select", "download", "metar", "parse", "help"})
         EXPECT_TRUE(help.out.contains(QString("  ") + name + " ")) << name;
+}
+
+TEST_F(CliTest, MetarPrintsOneReadingALine)
+{
+    const Result got = cli({"metar", "KMSN 131553Z 36010G18KT 10SM OVC029 M03/M08 A3030 RMK AO2 SLP273"});
+    EXPECT_EQ(got.code, 0) << got.err.toStdString();
+    const QStringList lines = got.out.split('\n', Qt::SkipEmptyParts);
+    EXPECT_EQ(lines.size(), 20);
+    for (const char *line : {"StationId=KMSN", "Condition=Overcast", "TemperatureF=26.6", "WindGustSpeedMph=21",
+                             "Pressure=30.30", "IsAuto=False", "Visibility=10"})
+        EXPECT_TRUE(lines.contains(line)) << line;
+}
+
+TEST_F(CliTest, MetarRefusesWhatIsNoUsReport)
+{
+    for (const char *text : {"AGGH 201100Z 00000KT 9999 -DZ FEW005 24/24 Q1012", "<html>Not Found</html>"}) {
+        const Result got = cli({"metar", text});
+        EXPECT_EQ(got.code, 1) << text;
+        EXPECT_TRUE(got.out.isEmpty());
+        EXPECT_FALSE(got.err.isEmpty());
+    }
+    EXPECT_EQ(cli({"metar"}).code, 2);
 }
 
 QString alertDocument(const char *name)
