@@ -48,25 +48,6 @@ protected:
     int m_rows = 0;
 };
 
-TEST_F(HourlyTablesTest, RowsByDateWithTheSmallHoursInTheNightBefore)
-{
-    const HourlyTable table = BuildHourlyHighLowTable();
-    ASSERT_EQ(table.size(), 2); // Monday's 5 hours make no row
-    const HourlyDateRow &tuesday = table.at(0);
-    EXPECT_EQ(tuesday.date, kTuesday);
-    EXPECT_EQ(tuesday.hours, 24);
-    EXPECT_EQ(tuesday.whole.lowest, 0);
-    EXPECT_EQ(tuesday.whole.highest, 23);
-    EXPECT_EQ(tuesday.day.lowest, 6);     // 6 AM
-    EXPECT_EQ(tuesday.day.highest, 18);   // 6 PM
-    EXPECT_EQ(tuesday.night.lowest, -9);  // Wednesday 1 AM
-    EXPECT_EQ(tuesday.night.highest, 23); // 11 PM
-    const HourlyDateRow &wednesday = table.at(1);
-    EXPECT_EQ(wednesday.hours, 12);
-    EXPECT_EQ(wednesday.night.lowest, 30); // its 12 AM, the only night hour it keeps
-    EXPECT_EQ(wednesday.night.highest, 30);
-}
-
 struct PickCase {
     const char *name;
     bool chances; // the precipitation table, else the temperatures
@@ -94,12 +75,14 @@ INSTANTIATE_TEST_SUITE_P(
     Cases, PickTest,
     ::testing::Values(
         PickCase{"LowOfAWholeDay", false, kTuesday, PickKind::Low, 3, "0"},
-        PickCase{"NightLowOfAWholeDay", false, kTuesday, PickKind::LowNight, 3, "-9"},
+        PickCase{"NightLowTakesTheSmallHoursAfter", false, kTuesday, PickKind::LowNight, 3, "-9"},
         PickCase{"HighOfAWholeDay", false, kTuesday, PickKind::High, 3, "23"},
         PickCase{"DayHighOfAWholeDay", false, kTuesday, PickKind::HighDay, 3, "18"},
         PickCase{"HalfADayTrustedForTheHigh", false, kWednesday, PickKind::HighDay, 3, "41"},
         PickCase{"HalfADayNotTrustedForTheLow", false, kWednesday, PickKind::Low, 3, "doc"},
         PickCase{"FirstPeriodTrustsAnyRow", false, kWednesday, PickKind::Low, 1, "-9"},
+        PickCase{"MidnightCountsInTheNightOfItsOwnDate", false, kWednesday, PickKind::LowNight, 1,
+                 "30"},
         PickCase{"RowOfTooFewHoursIsGone", false, kMonday, PickKind::High, 1, "doc"},
         PickCase{"DateWithoutRow", false, QDate(2024, 4, 20), PickKind::High, 1, "doc"},
         PickCase{"DayChanceOfAWholeDay", true, kTuesday, PickKind::HighDay, 3, "36"},
