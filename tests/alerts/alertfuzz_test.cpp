@@ -20,33 +20,12 @@ constexpr int kRoundsPerService = 150000;
 constexpr int kStoredEvery = 100;
 
 // Pieces of the answers' own layout, so that mutations reach past the first marks.
-const QStringList kTokens{"}",
-                          "]",
-                          ",",
-                          "\"",
-                          "\r\n",
-                          "\n",
-                          "\\n",
-                          "...",
-                          "* WHAT...",
-                          "<br>",
-                          "null",
-                          "12.5",
-                          "\"properties\": {",
-                          "\"features\": [",
-                          "\"alertList\": [",
-                          "\"title\"",
-                          "\"description\": ",
-                          "\"effective\": ",
-                          "\"Message\": ",
-                          "\"event\": \"Test Message\",\n",
-                          "\"NWSheadline\": [",
-                          " issued ",
-                          "Abduction",
-                          "\\nNational Weather Service ",
-                          "\\n\\n...",
-                          " remains ",
-                          "expired"};
+const QStringList kTokens =
+    QStringLiteral("}|]|,|\"|\r\n|\n|\\n|...|* WHAT...|<br>|null|12.5|\"properties\": {|"
+                   "\"features\": [|\"alertList\": [|\"title\"|\"description\": |\"effective\": |"
+                   "\"Message\": |\"event\": \"Test Message\",\n|\"NWSheadline\": [| issued |"
+                   "Abduction|\\nNational Weather Service |\\n\\n...| remains |expired")
+        .split(u'|');
 
 QString flawOf(const AlertSet &set, bool nws)
 {
