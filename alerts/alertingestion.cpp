@@ -47,16 +47,6 @@ std::nullopt_t notRead(const QString &source, const QString &why, const char *ro
     return std::nullopt;
 }
 
-// The alert list between its marks; nothing when either mark is missing, as it is in
-// an empty file, an error page, a truncated answer or another service's document.
-std::optional<QString> cutAlertList(const QString &document, const QString &start,
-                                    const QString &end)
-{
-    const qsizetype from = document.indexOf(start);
-    if (from < 0 || document.indexOf(end, from + start.size()) < 0) return std::nullopt;
-    return ExtractBetween(document, start, end, QString(), 0, true);
-}
-
 void storeAlert(int row, const AlertRecord &alert)
 {
     const QString index = QString::number(row);
@@ -101,7 +91,7 @@ using ItemReader = std::function<bool(const QString &item, const QString &select
 std::optional<AlertSet> readAlertList(const QString &document, const QString &source,
                                       const ListLayout &layout, const ItemReader &readItem)
 {
-    const std::optional<QString> list = cutAlertList(document, layout.start, layout.end);
+    const std::optional<QString> list = CutBetweenMarks(document, layout.start, layout.end);
     if (!list) return notRead(source, u"no alert list"_s, layout.routine);
     AlertSet set;
     if (list->isEmpty()) return set;

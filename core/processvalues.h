@@ -53,6 +53,8 @@ struct ProcessValues
 
     // Raised while a live reader writes Current; renderers keep away from the branch.
     bool ProcessingConditions = false;
+    // Raised while a forecast reader rewrites Hourly, Daily or UV.
+    bool ProcessingForecasts = false;
     // Live readings that failed in a row, and when the last one failed: ten of them
     // silence the realtime fetch for an hour.
     int RealtimeErrorCount = 0;

@@ -2,6 +2,7 @@
 
 #include "core/processvalues.h"
 #include "core/weathercache.h"
+#include "derive/icons.h"
 #include "derive/numberformat.h"
 #include "derive/units.h"
 #include "providers/textcutters.h"
@@ -113,6 +114,13 @@ QString CompassWord(const QString &degrees)
     if (!value || !std::isfinite(*value)) return degrees;
     const double turned = std::fmod(std::fmod(*value, 360.0) + 360.0, 360.0);
     return QLatin1String(words[static_cast<int>(std::lround(turned / 22.5)) % 16]);
+}
+
+QString PulseConditionCode(const QString &iconCode)
+{
+    const std::optional<double> code = NumberInText(iconCode);
+    if (!code) return iconCode;
+    return QStringLiteral("cond") + RemapCondNumber(formatNumber(*code, u"000"));
 }
 
 QString FeelsLikeText(const QString &humidity, const QString &temperatureF,

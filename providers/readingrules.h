@@ -43,6 +43,11 @@ QString ClampedHumidityBound(const QString &bound, const QString &humidity, bool
 // that is not a number comes back unchanged, so a word stays a word.
 QString CompassWord(const QString &degrees);
 
+// The condition code of a Pulse iconCode: "cond" + the code in three digits, folded by
+// RemapCondNumber ("2" gives "cond002", "181" gives "cond036"). A text that is not a
+// number comes back unchanged.
+QString PulseConditionCode(const QString &iconCode);
+
 // The program's own feels-like temperature in whole °F, for stations that report none:
 // the wind chill at 50 °F and below with a wind of 3 mph or more, the heat index at
 // 80 °F and above, and the temperature itself in between. Empty when a reading is not

@@ -57,6 +57,17 @@ QString ExtractBetween(const QString &text, const QString &startMark, const QStr
     return prefix.isEmpty() ? result : prefix + result;
 }
 
+std::optional<QString> CutBetweenMarks(const QString &text, const QString &startMark,
+                                       const QString &endMark)
+{
+    const qsizetype start = text.indexOf(startMark);
+    if (start < 0) return std::nullopt;
+    const qsizetype from = start + startMark.size();
+    const qsizetype end = text.indexOf(endMark, from);
+    if (end < 0) return std::nullopt;
+    return text.mid(from, end - from);
+}
+
 QString ReadJsonValue(const QString &document, const QString &key, const QString &terminator)
 {
     const QString mark = QLatin1Char('"') + key + QStringLiteral("\": ");

@@ -24,6 +24,13 @@ namespace Tarnby
 QString ExtractBetween(const QString &text, const QString &startMark, const QString &endMark,
                        const QString &prefix = QString(), int cutRight = 0, bool mustExist = false);
 
+// The text between startMark and the next endMark behind it; nothing when either mark is
+// missing, as it is in an empty file, an error page, a truncated answer or a document of
+// another service. The strict form of ExtractBetween for readers that must tell a damaged
+// document from a good one.
+std::optional<QString> CutBetweenMarks(const QString &text, const QString &startMark,
+                                       const QString &endMark);
+
 // One value of a JSON document printed one value a line (the services' verbose form),
 // read from `"key": ` to the terminator (CR LF in the documents of the Pulse service):
 // - a trailing "," is dropped;

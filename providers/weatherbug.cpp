@@ -5,7 +5,6 @@
 #include "core/processvalues.h"
 #include "core/weathercache.h"
 #include "derive/dates.h"
-#include "derive/icons.h"
 #include "derive/numberformat.h"
 #include "providers/conditions.h"
 #include "providers/observationdatabase.h"
@@ -76,11 +75,6 @@ constexpr DocumentKey kDocumentKeys[] = {
     {"stationName", Slot::StationName},
 };
 
-QString conditionCode(double number)
-{
-    return QStringLiteral("cond") + RemapCondNumber(formatNumber(number, u"000"));
-}
-
 QString treated(const QString &value, Treatment treatment)
 {
     const std::optional<double> number = NumberInText(value);
@@ -89,7 +83,7 @@ QString treated(const QString &value, Treatment treatment)
     case Treatment::None:
         return value;
     case Treatment::Icon:
-        return conditionCode(*number);
+        return PulseConditionCode(value);
     case Treatment::OneDecimal:
         return formatNumber(*number, u"0.0");
     case Treatment::RiseSign:

@@ -129,6 +129,27 @@ TEST_F(CliTest, ParseNamesItsKindsOnBadUsage)
     EXPECT_EQ(cli({"parse", "pulse-alerts", m_dir.filePath("missing.json")}).code, 1);
 }
 
+TEST_F(CliTest, ParseReadsTheForecastDocuments)
+{
+    const auto forecast = [this](const char *kind, const char *name) {
+        return cli({"parse", kind,
+                    Tarnby::Test::dataFile(QStringLiteral("forecast/") + QLatin1String(name))});
+    };
+    const Result hourly = forecast("hourly", "hourly-40.json");
+    EXPECT_EQ(hourly.code, 0);
+    EXPECT_TRUE(hourly.out.startsWith("count=40\n")) << hourly.out.toStdString();
+    const Result daily = forecast("daily", "daily-week.json");
+    EXPECT_EQ(daily.code, 0);
+    EXPECT_TRUE(daily.out.startsWith("count=7\n")) << daily.out.toStdString();
+    EXPECT_TRUE(forecast("uv", "uv-week.json").out.contains("\nindex1=6\n"));
+    const Result amended = forecast("nws-text", "nws-text.xml");
+    EXPECT_TRUE(amended.out.contains("New rainfall amounts of less than a tenth"))
+        << amended.out.toStdString();
+    const Result unreadable = forecast("daily", "html-error.html");
+    EXPECT_EQ(unreadable.code, 1);
+    EXPECT_EQ(unreadable.out, amended.out); // the branch as it was
+}
+
 TEST_F(CliTest, RewriteAndConvertFollowTheStoredUnits)
 {
     cli({"set", "Conversion", "Temp", "C"});

@@ -2,11 +2,11 @@
 // Fixtures of the live readers' tests: a throwaway profile with a fixed clock, US date
 // and number conventions, a fixed local time zone, the base units, and the selection of
 // one station. Golden cases compare the cache after a reading with
-// tests/data/weatherbug/<case>.expected: one "Section/key=value" line per key of the
-// sections Current, LastUpdated and Cache, sorted, plus "Result/arguments=<list>" where
-// the reader returns one. An optional <case>.cache of the same form is the cache before.
-// With TARNBY_UPDATE_GOLDEN set, a mismatching .expected is rewritten instead (review the
-// diff before committing).
+// tests/data/<folder>/<case>.expected: one "Section/key=value" line per key, sorted
+// (for the live readers the sections Current, LastUpdated and Cache, plus
+// "Result/arguments=<list>" where the reader returns one). An optional <case>.cache of the same
+// form is the cache before. With TARNBY_UPDATE_GOLDEN set, a mismatching .expected is rewritten
+// instead (review the diff before committing).
 
 #include "core/clock.h"
 #include "core/processvalues.h"
@@ -21,11 +21,6 @@
 
 namespace Tarnby::Test
 {
-
-inline QString weatherbugData(const QString &name)
-{
-    return dataFile(QStringLiteral("weatherbug/") + name);
-}
 
 class LiveReadingTest : public ProfileTest
 {
@@ -84,23 +79,31 @@ protected:
     // Loads <name>.cache when there is one.
     static void loadCaseCache(const QString &name)
     {
-        const QString path = weatherbugData(name + QStringLiteral(".cache"));
-        if (QFile::exists(path))
-            loadCache(
-                readDataFile(QStringLiteral("weatherbug/") + name + QStringLiteral(".cache")));
+        loadCacheFile(QStringLiteral("weatherbug/") + name + QStringLiteral(".cache"));
+    }
+
+    // Loads a test data file of "Section/key=value" lines when it exists.
+    static void loadCacheFile(const QString &relativePath)
+    {
+        if (QFile::exists(dataFile(relativePath))) loadCache(readDataFile(relativePath));
     }
 
     static void expectGolden(const QString &name, const QString &actual)
     {
-        const QString path = weatherbugData(name + QStringLiteral(".expected"));
-        const QString expected =
-            readDataFile(QStringLiteral("weatherbug/") + name + QStringLiteral(".expected"));
+        expectGoldenFile(QStringLiteral("weatherbug/") + name + QStringLiteral(".expected"),
+                         actual);
+    }
+
+    // Compares with a test data file, or rewrites it under TARNBY_UPDATE_GOLDEN.
+    static void expectGoldenFile(const QString &relativePath, const QString &actual)
+    {
+        const QString expected = readDataFile(relativePath);
         if (expected != actual && qEnvironmentVariableIsSet("TARNBY_UPDATE_GOLDEN")) {
-            QFile file(path);
+            QFile file(dataFile(relativePath));
             if (file.open(QIODevice::WriteOnly)) file.write(actual.toUtf8());
             return;
         }
-        EXPECT_EQ(actual, expected) << name.toStdString();
+        EXPECT_EQ(actual, expected) << relativePath.toStdString();
     }
 
     FixedClock m_clock;

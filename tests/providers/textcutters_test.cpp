@@ -44,6 +44,15 @@ INSTANTIATE_TEST_SUITE_P(
         ExtractCase{"EmptyBetweenMarks", "a[]c", "[", "]", "", 0, true, ""}),
     [](const auto &info) { return std::string(info.param.name); });
 
+TEST(CutBetweenMarksTest, NothingUnlessBothMarksStand)
+{
+    EXPECT_EQ(CutBetweenMarks("a[b]c", "[", "]"), QString("b"));
+    EXPECT_EQ(CutBetweenMarks("a[]c", "[", "]"), QString(""));
+    EXPECT_EQ(CutBetweenMarks("]a[b", "[", "]"), std::nullopt); // the end only counts behind
+    EXPECT_EQ(CutBetweenMarks("abc", "[", "]"), std::nullopt);
+    EXPECT_EQ(CutBetweenMarks("", "[", "]"), std::nullopt);
+}
+
 struct JsonCase {
     const char *name;
     QString document;

@@ -1,10 +1,12 @@
 // Parse command: one downloaded document through its parser into the selected station's
-// cache, as a retrieval run hands it over, then the branch the parser wrote.
+// cache, as a retrieval run hands it over, then the branch the parser wrote. The kinds
+// are the alert documents and the forecast documents.
 
 #include "alerts/alertingestion.h"
 #include "app/cli/command.h"
 #include "core/files.h"
 #include "core/weathercache.h"
+#include "providers/forecasts.h"
 
 #include <QFileInfo>
 
@@ -23,9 +25,17 @@ struct ParseKind {
     bool (*failed)();
 };
 
+// A document given by hand is always read, whatever the stamps of the cache say.
 const ParseKind kParseKinds[] = {
     {"nws-alerts", ProcessNwsAlerts, "Alerts", AlertsFailed},
     {"pulse-alerts", ProcessWeatherBugAlerts, "Alerts", AlertsFailed},
+    {"daily", [](const QString &path) { ReadDailyForecast(path, true); }, "Daily",
+     [] { return ForecastFailed(ForecastDocument::Daily); }},
+    {"hourly", [](const QString &path) { ReadHourlyForecast(path, true); }, "Hourly",
+     [] { return ForecastFailed(ForecastDocument::Hourly); }},
+    {"uv", ReadUvForecast, "UV", [] { return ForecastFailed(ForecastDocument::Uv); }},
+    {"nws-text", ReadNwsForecastText, "Daily",
+     [] { return ForecastFailed(ForecastDocument::NwsText); }},
 };
 
 const ParseKind *findKind(const QString &name)
