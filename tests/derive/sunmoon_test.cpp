@@ -1,0 +1,368 @@
+#include "derive/sunmoon.h"
+
+#include "core/clock.h"
+#include "core/processvalues.h"
+#include "core/weathercache.h"
+#include "derive/dates.h"
+#include "tests/derive/solarreference.h"
+#include "tests/support/testprofile.h"
+
+#include <cmath>
+#include <iostream>
+
+using namespace Tarnby;
+
+namespace
+{
+
+double julianDayAt0h(const QDate &date)
+{
+    return double(date.toJulianDay()) - 0.5;
+}
+
+// ---- sun: accuracy against the independent ephemeris ---------------------------------------
+
+struct Altitude {
+    const char *name;
+    double degrees;
+    double toleranceMinutes;
+    SunCrossing SunTimes::*field;
+};
+
+// A crossing within this many degrees of not happening at all moves by minutes for every
+// arc-second of error, in any method; such days are left out of the comparison.
+constexpr double kMarginDegrees = 1.0;
+
+TEST(SunTimesTest, MatchTheEphemerisUpToSixtyDegrees)
+{
+    const Altitude altitudes[] = {{"sun", -35.0 / 60.0, 2.0, &SunTimes::sun},
+                                  {"civil", -6.0, 3.0, &SunTimes::civil},
+                                  {"nautical", -12.0, 3.0, &SunTimes::nautical},
+                                  {"astronomical", -18.0, 3.0, &SunTimes::astronomical}};
+    const double longitudes[] = {-157.8, -93.6, -0.1, 13.4, 116.4, 174.8};
+    int compared = 0, skipped = 0;
+    double worst[4] = {};
+    for (const int year : {1995, 2024, 2040})
+        for (QDate date(year, 1, 3); date.year() == year; date = date.addDays(9))
+            for (double lat = -60.0; lat <= 60.0; lat += 7.5)
+                for (const double lon : longitudes) {
+                    const SunTimes mine = GetSunTimes(lat, lon, date, 0);
+                    for (const Altitude &a : altitudes) {
+                        const Tarnby::Test::ReferenceCrossing ref = Tarnby::Test::referenceCrossing(
+                            julianDayAt0h(date), lat, lon, a.degrees);
+                        if (std::fabs(ref.highestAltitude - a.degrees) < kMarginDegrees ||
+                            std::fabs(ref.lowestAltitude - a.degrees) < kMarginDegrees) {
+                            ++skipped;
+                            continue;
+                        }
+                        const SunCrossing &c = mine.*a.field;
+                        const auto check = [&](const std::optional<double> &hours,
+                                               const std::optional<double> &jd, const char *what) {
+                            ASSERT_EQ(hours.has_value(), jd.has_value())
+                                << a.name << ' ' << what << ' ' << date.toString().toStdString()
+                                << " lat " << lat << " lon " << lon;
+                            if (!jd) return;
+                            const double minutes =
+                                (julianDayAt0h(date) + *hours / 24.0 - *jd) * 1440.0;
+                            double &w = worst[&a - altitudes];
+                            w = std::max(w, std::fabs(minutes));
+                            EXPECT_LE(std::fabs(minutes), a.toleranceMinutes)
+                                << a.name << ' ' << what << ' ' << date.toString().toStdString()
+                                << " lat " << lat << " lon " << lon;
+                        };
+                        check(c.rise, ref.rise, "rise");
+                        check(c.set, ref.set, "set");
+                        ++compared;
+                    }
+                }
+    EXPECT_GT(compared, 20 * skipped); // the margin leaves out only the edge of polar days
+    std::cout << "[          ] largest differences in minutes: sun " << worst[0] << ", civil "
+              << worst[1] << ", nautical " << worst[2] << ", astronomical " << worst[3] << " ("
+              << compared << " compared, " << skipped << " at the edge)\n";
+}
+
+TEST(SunTimesTest, PolarDayAndNightGiveNoTimes)
+{
+    const SunTimes summer = GetSunTimes(78.2, 15.6, QDate(2024, 6, 21), 0);
+    EXPECT_FALSE(summer.sun.rise || summer.sun.set || summer.civil.rise || summer.astronomical.set);
+    const SunTimes winter = GetSunTimes(78.2, 15.6, QDate(2024, 12, 21), 0);
+    EXPECT_FALSE(winter.sun.rise || winter.sun.set);
+    EXPECT_FALSE(winter.astronomical.rise.has_value() && !winter.nautical.rise.has_value());
+    // White nights: at 60 degrees the sun sets in June but it never gets darker than -12.
+    const SunTimes whiteNight = GetSunTimes(60.0, 25.0, QDate(2024, 6, 21), 0);
+    EXPECT_TRUE(whiteNight.sun.rise && whiteNight.sun.set);
+    EXPECT_FALSE(whiteNight.nautical.rise || whiteNight.astronomical.set);
+    const SunTimes pole = GetSunTimes(-90.0, 0.0, QDate(2024, 3, 1), 0);
+    EXPECT_FALSE(pole.sun.rise || pole.civil.set);
+}
+
+TEST(SunTimesTest, BiasAndDateLineKeepTheLocalDay)
+{
+    const QDate date(2024, 3, 20);
+    const SunTimes utc = GetSunTimes(52.5, 13.4, date, 0);
+    const SunTimes berlin = GetSunTimes(52.5, 13.4, date, -60);
+    EXPECT_NEAR(*berlin.sun.rise - *utc.sun.rise, 1.0, 1e-9);
+    // Auckland at UTC+13 and Honolulu at UTC-10: both days' crossings lie on their own day.
+    for (const auto &[lat, lon, bias] : {std::tuple{-36.85, 174.76, -780}, {21.3, -157.8, 600}}) {
+        const SunTimes t = GetSunTimes(lat, lon, date, bias);
+        ASSERT_TRUE(t.sun.rise && t.sun.set);
+        EXPECT_GT(*t.sun.rise, 5.0);
+        EXPECT_LT(*t.sun.set, 21.0);
+    }
+}
+
+TEST(SunTimesTest, TextPositionsThatAreNoNumbersGiveNoTimes)
+{
+    const QDate date(2024, 5, 1);
+    for (const auto &[lat, lon] : {std::pair{"N/A", "10"},
+                                   {"", ""},
+                                   {"abc", "5"},
+                                   {"95", "0"},
+                                   {"45", "nan"},
+                                   {"45", "inf"}}) {
+        const SunTimes t = GetSunTimes(QString::fromLatin1(lat), QString::fromLatin1(lon), date, 0);
+        EXPECT_FALSE(t.sun.rise || t.sun.set || t.civil.rise) << lat << ' ' << lon;
+    }
+    EXPECT_TRUE(GetSunTimes(QStringLiteral("41,6"), QStringLiteral("-93.6"), date, 0).sun.rise);
+    EXPECT_FALSE(GetSunTimes(41.6, -93.6, QDate(), 0).sun.rise);
+}
+
+// ---- the sun step -------------------------------------------------------------------------------
+
+class SunCacheTest : public Tarnby::Test::ProfileTest
+{
+protected:
+    SunCacheTest()
+    {
+        setClock(&m_clock);
+        setLocalTimeZone(QTimeZone(-5 * 3600));
+        LoadDatePatterns(QLocale(QLocale::English, QLocale::UnitedStates));
+        process().CityCode = QStringLiteral("KDSM");
+    }
+    ~SunCacheTest() override
+    {
+        setClock(nullptr);
+        setLocalTimeZone(QTimeZone());
+    }
+    static QString sun(const QString &key) { return GetCache(QStringLiteral("Sun"), key); }
+    FixedClock m_clock{QDateTime(QDate(2024, 6, 21), QTime(3, 0), Qt::UTC)}; // 20 June, local
+};
+
+TEST_F(SunCacheTest, WritesRowsFromTheLocalToday)
+{
+    process().Latitude = QStringLiteral("41.53");
+    process().Longitude = QStringLiteral("-93.65");
+    WriteSunCache(3);
+    EXPECT_EQ(sun("count"), "3");
+    EXPECT_EQ(sun("sunrise-date1"), "6/20/2024");
+    EXPECT_EQ(sun("dusk-date3"), "6/22/2024");
+    const SunTimes t = GetSunTimes(41.53, -93.65, QDate(2024, 6, 20), 300);
+    const int riseMinutes = int(std::lround(*t.sun.rise * 60));
+    EXPECT_EQ(sun("sunrise-time1"), QStringLiteral("%1:%2 AM")
+                                        .arg(riseMinutes / 60)
+                                        .arg(riseMinutes % 60, 2, 10, QLatin1Char('0')));
+    EXPECT_TRUE(sun("sunset-time1").endsWith(QStringLiteral(" PM")));
+    EXPECT_TRUE(sun("dawn-time2").endsWith(QStringLiteral(" AM")));
+}
+
+TEST_F(SunCacheTest, MissingCrossingsAndPositions)
+{
+    process().Latitude = QStringLiteral("78.2");
+    process().Longitude = QStringLiteral("15.6");
+    WriteSunCache(1);
+    EXPECT_EQ(sun("sunrise-time1"), "N/A");
+    EXPECT_EQ(sun("sunrise-date1"), "6/20/2024");
+    process().Latitude = QStringLiteral("N/A");
+    WriteSunCache(2);
+    EXPECT_EQ(sun("count"), "");
+    EXPECT_EQ(sun("sunrise-time1"), "");
+}
+
+// ---- day numbers --------------------------------------------------------------------------------
+
+TEST(DayNumberTest, JulianDaysBothWays)
+{
+    const struct {
+        double dateNumber, julianDay;
+    } rows[] = {
+        {0.0, 2415018.5},
+        {-1.25, 2415017.75}, // 29 December 1899, 06:00: the time counts forward
+        {-2.0, 2415016.5},
+        {45383.5, 2460402.0},   // 1 April 2024, noon
+        {-115858.0, 2299160.5}, // 15 October 1582, the first Gregorian day
+        {-115859.5, 2299170.0}, // the day before, read in the Julian calendar
+    };
+    for (const auto &r : rows) {
+        EXPECT_DOUBLE_EQ(JulianDayFromDateNumber(r.dateNumber), r.julianDay) << r.dateNumber;
+        if (r.dateNumber >= -115858.0) { // Julian-calendar days read back as Gregorian ones
+            EXPECT_NEAR(DateNumberFromJulianDay(r.julianDay), r.dateNumber, 1e-9) << r.julianDay;
+        }
+    }
+}
+
+TEST(DayNumberTest, ValidRangesAndTheirEnds)
+{
+    EXPECT_FALSE(IsValidJulianDay(1757593.5));
+    EXPECT_TRUE(IsValidJulianDay(1757593.50001));
+    EXPECT_TRUE(IsValidJulianDay(5373484.49998843));
+    EXPECT_FALSE(IsValidJulianDay(5373484.4999885));
+    EXPECT_EQ(DateNumberFromJulianDay(5373484.5), 0.0);
+    EXPECT_TRUE(IsValidDateNumber(2958465.99999));
+    EXPECT_FALSE(IsValidDateNumber(2958466.0));
+    EXPECT_TRUE(IsValidDateNumber(-657418.1));
+    EXPECT_FALSE(IsValidDateNumber(-657418.2));
+    EXPECT_FALSE(IsValidDateNumber(-200000.0));
+    EXPECT_TRUE(IsValidDateNumber(-115859.5));
+    EXPECT_EQ(JulianDayFromDateNumber(-200000.0), 0.0);
+    EXPECT_EQ(JulianDayFromDateNumber(std::nan("")), 0.0);
+}
+
+TEST(DayNumberTest, DateTimesBothWays)
+{
+    const QDateTime early = wallClock(QDate(1899, 12, 29), QTime(6, 0));
+    EXPECT_DOUBLE_EQ(dateNumberFromDateTime(early), -1.25);
+    EXPECT_EQ(dateTimeFromDateNumber(-1.25), early);
+    const QDateTime late = wallClock(QDate(2024, 4, 1), QTime(18, 30));
+    EXPECT_EQ(dateTimeFromDateNumber(dateNumberFromDateTime(late)), late);
+    EXPECT_FALSE(dateTimeFromDateNumber(std::nan("")).isValid());
+}
+
+// ---- moon ---------------------------------------------------------------------------------------
+
+TEST(MoonTest, PhaseDatesOfTheBook)
+{
+    // Meeus, Astronomical Algorithms, example 49.a: the new moon of February 1977.
+    EXPECT_NEAR(GetMoonPhaseDate(-283, 0), 2443192.65118, 1e-5);
+    // Example 49.b: the first last quarter of 2044. The book's second edition, which that
+    // example uses, has slightly different constants of the mean phase: 1.3 seconds here.
+    EXPECT_NEAR(GetMoonPhaseDate(544, 3), 2467636.49186, 2e-5);
+    EXPECT_EQ(GetMoonPhaseDate(10, 4), 0.0);
+}
+
+class LocalZoneTest : public ::testing::Test
+{
+protected:
+    LocalZoneTest() { setLocalTimeZone(QTimeZone::utc()); }
+    ~LocalZoneTest() override { setLocalTimeZone(QTimeZone()); }
+};
+
+// The phases of 2024 in UTC, from F. Espenak, "Phases of the Moon: 2001 to 2100"
+// (NASA Goddard Space Flight Center, eclipse.gsfc.nasa.gov/phase/phases2001.html).
+struct PublishedPhase {
+    int phase;
+    const char *utc;
+};
+constexpr PublishedPhase kPhases2024[] = {
+    {3, "2024-01-04 03:30"}, {0, "2024-01-11 11:57"}, {1, "2024-01-18 03:53"},
+    {2, "2024-01-25 17:54"}, {3, "2024-02-02 23:18"}, {0, "2024-02-09 22:59"},
+    {1, "2024-02-16 15:01"}, {2, "2024-02-24 12:30"}, {3, "2024-03-03 15:23"},
+    {0, "2024-03-10 09:00"}, {1, "2024-03-17 04:11"}, {2, "2024-03-25 07:00"},
+    {3, "2024-04-02 03:15"}, {0, "2024-04-08 18:21"}, {1, "2024-04-15 19:13"},
+    {2, "2024-04-23 23:49"}, {3, "2024-05-01 11:27"}, {0, "2024-05-08 03:22"},
+    {1, "2024-05-15 11:48"}, {2, "2024-05-23 13:53"}, {3, "2024-05-30 17:13"},
+    {0, "2024-06-06 12:38"}, {1, "2024-06-14 05:18"}, {2, "2024-06-22 01:08"},
+    {3, "2024-06-28 21:53"}, {0, "2024-07-05 22:57"}, {1, "2024-07-13 22:49"},
+    {2, "2024-07-21 10:17"}, {3, "2024-07-28 02:51"}, {0, "2024-08-04 11:13"},
+    {1, "2024-08-12 15:19"}, {2, "2024-08-19 18:26"}, {3, "2024-08-26 09:26"},
+    {0, "2024-09-03 01:55"}, {1, "2024-09-11 06:06"}, {2, "2024-09-18 02:34"},
+    {3, "2024-09-24 18:50"}, {0, "2024-10-02 18:49"}, {1, "2024-10-10 18:55"},
+    {2, "2024-10-17 11:26"}, {3, "2024-10-24 08:03"}, {0, "2024-11-01 12:47"},
+    {1, "2024-11-09 05:55"}, {2, "2024-11-15 21:28"}, {3, "2024-11-23 01:28"},
+    {0, "2024-12-01 06:21"}, {1, "2024-12-08 15:27"}, {2, "2024-12-15 09:02"},
+    {3, "2024-12-22 22:18"}, {0, "2024-12-30 22:27"},
+};
+
+TEST_F(LocalZoneTest, PhaseInstantsMatchPublishedTables)
+{
+    const char *const names[] = {"New Moon", "First Quarter", "Full Moon", "Last Quarter"};
+    for (const PublishedPhase &p : kPhases2024) {
+        const QDateTime published =
+            QDateTime::fromString(QLatin1String(p.utc), QStringLiteral("yyyy-MM-dd HH:mm"));
+        const auto instants = MoonPhasesOfLunation(published.date());
+        ASSERT_TRUE(instants.has_value()) << p.utc;
+        const qint64 seconds =
+            wallClock(published.date(), published.time()).secsTo((*instants)[p.phase]);
+        EXPECT_LE(std::abs(seconds), 120) << names[p.phase] << ' ' << p.utc;
+        EXPECT_EQ(GetMoonPhaseName(published.date()), names[p.phase]) << p.utc;
+    }
+}
+
+TEST_F(LocalZoneTest, NamesBetweenThePhases)
+{
+    const struct {
+        QDate date;
+        const char *name;
+    } rows[] = {
+        {{2024, 4, 7}, "Waning Crescent"}, {{2024, 4, 10}, "Waxing Crescent"},
+        {{2024, 4, 20}, "Waxing Gibbous"}, {{2024, 4, 27}, "Waning Gibbous"},
+        {{2024, 4, 30}, "Waning Gibbous"}, {{2024, 5, 2}, "Waning Crescent"},
+    };
+    for (const auto &r : rows)
+        EXPECT_EQ(GetMoonPhaseName(r.date), r.name) << r.date.toString().toStdString();
+}
+
+TEST_F(LocalZoneTest, ThePhaseDayFollowsTheLocalClock)
+{
+    // The full moon of 23 April 2024 at 23:49 UTC falls on the 24th two hours east.
+    setLocalTimeZone(QTimeZone(2 * 3600));
+    EXPECT_EQ(GetMoonPhaseName(QDate(2024, 4, 23)), "Waxing Gibbous");
+    EXPECT_EQ(GetMoonPhaseName(QDate(2024, 4, 24)), "Full Moon");
+}
+
+TEST(MoonTest, AgeAndIlluminationThroughAYear)
+{
+    for (QDate d(2024, 1, 1); d.year() == 2024; d = d.addDays(1)) {
+        const std::optional<double> age = GetMoonAge(d);
+        ASSERT_TRUE(age.has_value());
+        EXPECT_GE(*age, 0.0);
+        EXPECT_LT(*age, 29.9);
+        const float lit = *GetMoonIllumination(d);
+        EXPECT_GE(lit, 0.0f);
+        EXPECT_LE(lit, 100.0f);
+    }
+    // The end of 8 April 2024 lies 5 h 38 min after that day's new moon (18:21 UTC).
+    EXPECT_NEAR(*GetMoonAge(QDate(2024, 4, 8)), 0.2356, 0.002);
+    EXPECT_GT(*GetMoonIllumination(QDate(2024, 4, 23)), 99.0f);
+}
+
+TEST(MoonTest, ImagesByNameAndLight)
+{
+    const struct {
+        const char *name;
+        double lit;
+        const char *image;
+    } rows[] = {
+        {"New Moon", 0.3, "mphase01"},
+        {"First Quarter", 50, "mphase08"},
+        {"Full Moon", 99.8, "mphase14"},
+        {"Last Quarter", 50, "mphase20"},
+        {"Waxing Crescent", 8.3, "mphase02"},
+        {"Waxing Crescent", 8.4, "mphase03"},
+        {"Waxing Crescent", 41.6, "mphase07"},
+        {"Waxing Gibbous", 90.0, "mphase12"},
+        {"Waxing Gibbous", 90.1, "mphase13"},
+        {"Waxing Gibbous", 60.0, "mphase09"},
+        {"Waxing Gibbous", 60.1, "mphase10"},
+        {"Waning Gibbous", 95, "mphase15"},
+        {"Waning Gibbous", 55, "mphase19"},
+        {"Waning Crescent", 5, "mphase26"},
+        {"Waning Crescent", 30, "mphase23"},
+        {"Waning Crescent", 45, "mphase21"},
+        {"N/A", 50, ""},
+    };
+    for (const auto &r : rows)
+        EXPECT_EQ(moonImageFor(QLatin1String(r.name), r.lit), r.image) << r.name << ' ' << r.lit;
+}
+
+TEST(MoonTest, DatesThatCannotBeUsed)
+{
+    for (const QDate &d : {QDate(), QDate(10000, 1, 1), QDate(1200, 5, 5)}) {
+        EXPECT_EQ(GetMoonPhaseName(d), "N/A");
+        EXPECT_EQ(GetMoonPhaseImage(d), "");
+        EXPECT_FALSE(GetMoonAge(d).has_value());
+        EXPECT_FALSE(MoonPhasesOfLunation(d).has_value());
+    }
+    EXPECT_EQ(GetMoonPhaseName(QDate(9999, 12, 31)).isEmpty(), false);
+}
+
+} // namespace
