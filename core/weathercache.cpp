@@ -3,6 +3,8 @@
 #include "core/processvalues.h"
 #include "core/settingsstore.h"
 
+#include <algorithm>
+
 namespace Tarnby {
 
 QString CacheSectionFor(const QString &code, const QString &name)
@@ -28,6 +30,13 @@ void SaveCache(const QString &name, const QString &key, const QString &value)
 void DelCache(const QString &name)
 {
     DelPref(CacheSection(name));
+}
+
+int CacheCount(const QString &name)
+{
+    bool ok = false;
+    const int count = GetCache(name, QStringLiteral("count")).trimmed().toInt(&ok);
+    return ok ? std::clamp(count, 0, kMaxCacheRows) : 0;
 }
 
 void DeleteStationCache(const QString &code)

@@ -15,6 +15,11 @@ QString CacheSectionFor(const QString &code, const QString &name);
 QString GetCache(const QString &name, const QString &key, const QString &defaultValue = QString());
 void SaveCache(const QString &name, const QString &key, const QString &value);
 void DelCache(const QString &name);
+// The "count" of a row-wise section as a number of rows: 0 when it is missing or not a
+// whole number, and never more than kMaxCacheRows, so that a damaged count cannot make
+// a reader loop for ever.
+inline constexpr int kMaxCacheRows = 10000;
+int CacheCount(const QString &name);
 // Deletes the whole cache subtree of one station, or of every station.
 void DeleteStationCache(const QString &code);
 void DeleteWholeCache();

@@ -49,3 +49,15 @@ TEST_F(WeatherCacheTest, DelCacheClearsOneSectionOfTheCurrentStation)
 }
 
 } // namespace
+
+TEST_F(WeatherCacheTest, CacheCountReadsOnlyASaneWholeNumber)
+{
+    process().CityCode = "A";
+    const std::pair<const char *, int> cases[] = {{"", 0},    {"N/A", 0}, {"24", 24},
+                                                  {" 7 ", 7}, {"-3", 0},  {"2.5", 0},
+                                                  {"99999999", kMaxCacheRows}};
+    for (const auto &[stored, rows] : cases) {
+        SaveCache("Hourly", "count", stored);
+        EXPECT_EQ(CacheCount("Hourly"), rows) << stored;
+    }
+}
