@@ -1,0 +1,109 @@
+#include "derive/comfort.h"
+
+#include "core/weathercache.h"
+#include "tests/derive/localecase.h"
+
+using namespace Tarnby;
+using Tarnby::Test::LocaleTest;
+
+namespace
+{
+
+class ComfortTest : public LocaleTest
+{
+};
+
+TEST_P(ComfortTest, HumidexOfAWarmHumidDay)
+{
+    EXPECT_EQ(ComputeHumidex("86", "68"), 38);
+    EXPECT_EQ(ComputeHumidex(local("86.0"), local("68.0")), 38);
+    EXPECT_EQ(ComputeHumidex("50", "30"), 8); // dry air lowers it below the temperature
+}
+
+TEST_P(ComfortTest, HumidexFailuresGiveZero)
+{
+    for (const char *bad : {"N/A", "", "1e400"})
+        EXPECT_EQ(ComputeHumidex(bad, "68"), 0) << bad;
+    EXPECT_EQ(ComputeHumidex("86", "N/A"), 0);
+    EXPECT_EQ(ComputeHumidex("1e300", "68"), 0); // beyond sixteen bits
+}
+
+TEST_P(ComfortTest, FahrenheitToKelvin)
+{
+    EXPECT_EQ(FahrenheitToKelvin("32"), local("273.15"));
+    EXPECT_EQ(FahrenheitToKelvin("212"), local("373.15"));
+    EXPECT_EQ(FahrenheitToKelvin("N/A"), "N/A");
+}
+
+TEST_P(ComfortTest, TemperatureColourReadsFahrenheitBeforeTheDress)
+{
+    const std::pair<const char *, const char *> cases[] = {
+        {"N/A", "#333"},        {"", "#333"},      {"1e400", "#333"},  {"901", "#333"},
+        {"72&deg;", "#01D577"}, {"99", "#FFC800"}, {"100", "#FA6E00"}, {"115", "#A30902"},
+        {"29.9", "#ED8AED"},    {"30", "#D671D9"}, {"-40", "#ED8AED"}, {"64.9", "#06B9E1"},
+    };
+    for (const auto &[text, colour] : cases)
+        EXPECT_EQ(TemperatureColour(local(text)), colour) << text;
+}
+
+TEST_P(ComfortTest, HumidexColourAndWordsUseCelsius)
+{
+    struct Case {
+        const char *fahrenheit;
+        const char *colour;
+        const char *word;
+    };
+    const Case cases[] = {
+        {"N/A", "#000000", "N/A"},
+        {"abc", "#000000", "N/A"},
+        {"80", "#00D5DC", "Comfortable"},      // 27
+        {"84.2", "#6CCF03", "Low Discomfort"}, // 29
+        {"100", "#6CCF03", "Low Discomfort"},  // 38
+        {"104", "#FFC800", "High Discomfort"}, // 40
+        {"120", "#FA6E00", "Dangerous"},       // 49
+        {"129.2", "#FA6E00", "Dangerous"},     // 54
+        {"131", "#CF2202", "Very Dangerous"},  // 55
+        {"1700", "#000000", "Very Dangerous"}, // 927: the sentinel's range
+    };
+    for (const Case &c : cases) {
+        EXPECT_EQ(HumidexColour(local(c.fahrenheit)), c.colour) << c.fahrenheit;
+        EXPECT_EQ(HumidexDescription(local(c.fahrenheit)), c.word) << c.fahrenheit;
+    }
+    conversionOptions().useTenths = true; // 54.2 is above 54
+    EXPECT_EQ(HumidexDescription(local("129.5")), "Very Dangerous");
+}
+
+TEST_P(ComfortTest, CurrentHumidexNeedsBothValues)
+{
+    process().CityCode = "KDSM";
+    SaveCache("Current", "temp", "86");
+    SaveCache("Current", "dew-point", local("68.0"));
+    WriteCurrentHumidex();
+    EXPECT_EQ(GetCache("Current", "humidexC"), "38");
+    EXPECT_EQ(GetCache("Current", "humidex"), "100"); // 100.4°F
+    SaveCache("Current", "dew-point", "N/A");
+    WriteCurrentHumidex();
+    EXPECT_EQ(GetCache("Current", "humidexC"), "N/A");
+    EXPECT_EQ(GetCache("Current", "humidex"), "N/A");
+}
+
+TEST_P(ComfortTest, HourlyHumidexKeepsNotAvailableHours)
+{
+    process().CityCode = "KDSM";
+    const std::pair<const char *, const char *> hourly[] = {
+        {"count", "2"},        {"temperature1", "86"}, {"dew-point1", "68"}, {"temperature2", "70"},
+        {"dew-point2", "N/A"}, {"temperature3", "86"}, {"dew-point3", "68"},
+    };
+    for (const auto &[key, value] : hourly)
+        SaveCache("Hourly", key, value);
+    WriteHourlyHumidex();
+    EXPECT_EQ(GetCache("Hourly", "humidex1"), "100");
+    EXPECT_EQ(GetCache("Hourly", "humidex1C"), "38");
+    EXPECT_EQ(GetCache("Hourly", "humidex2"), "N/A");
+    EXPECT_EQ(GetCache("Hourly", "humidex2C"), "N/A");
+    EXPECT_EQ(GetCache("Hourly", "humidex3"), "");
+}
+
+TARNBY_BOTH_LOCALES(ComfortTest);
+
+} // namespace

@@ -1,0 +1,265 @@
+#include "derive/forecasttext.h"
+
+#include "core/weathercache.h"
+#include "tests/derive/localecase.h"
+
+using namespace Tarnby;
+using Tarnby::Test::LocaleTest;
+
+namespace
+{
+
+class ForecastTextTest : public LocaleTest
+{
+};
+
+struct RewriteCase {
+    const char *temp;
+    bool both;
+    const char *rain;
+    const char *wind;
+    const char *text;
+    const char *expected; // "." decimals
+};
+
+const RewriteCase kRewrites[] = {
+    {"F", false, "inches", "mph", "HIGHS IN THE LOW 50S", "HIGHS near 53°F"},
+    {"F", true, "inches", "mph", "LOWS IN THE LOW TEENS.", "LOWS near 12°F (-11°C)."},
+    {"C", false, "inches", "mph", "Highs in the upper 70s.", "Highs near 26°C."},
+    {"C", true, "inches", "mph", "Highs in the mid 60s.", "Highs near 18°C (65°F)."},
+    {"F", false, "inches", "mph", "Lows in the lower 30s.", "Lows near 33°F."},
+    {"F", false, "inches", "mph", "Highs in the low to mid 50s.", "Highs near 53°F."},
+    {"F", false, "inches", "mph", "LOWS IN THE UPPER SINGLE DIGITS.", "LOWS near 8°F."},
+    {"F", false, "inches", "mph", "HIGHS IN THE MID TO UPPER 50S.",
+     "HIGHS IN THE MID TO UPPER 50S."},
+    {"F", false, "inches", "mph", "Temperatures falling to around 40.",
+     "Temperatures falling to around 40°F."},
+    {"C", false, "inches", "mph", "HIGHS AROUND 50... LOWS -5F.",
+     "HIGHS AROUND 10°C... LOWS -21°C."},
+    {"F", false, "inches", "mph", "Highs 45F and lows 30-40F.", "Highs 45°F and lows 30-40°F."},
+    {"C", false, "inches", "mph", "Dew point will be around 55°F.",
+     "Dew point will be around 13°C."},
+    {"F", false, "mm", "mph", "Rainfall of a quarter of an inch.", "Rainfall of 6.4 mm."},
+    {"F", false, "mm", "mph", "LESS THAN A TENTH OF AN INCH.", "LESS THAN 2.5 mm."},
+    {"F", false, "cm", "mph", "Around a half of an inch.", "Around 1.3 cm."},
+    {"F", false, "mm", "mph", "Up to one inch possible.", "Up to 25.4 mm possible."},
+    {"F", false, "cm", "mph", "Snow. 2 to 4 inches of snow possible.",
+     "Snow. 5.1 to 10.2 cm of snow possible."},
+    {"F", false, "cm", "mph", "Heavy snow. 3 inches of snow.", "Heavy snow. 7.6 cm of snow."},
+    {"F", false, "inches", "km/h", "Winds 5 to 10 mph.", "Winds 8.0 to 16.1 km/h."},
+    {"F", false, "inches", "km/h", "WINDS 5 TO 10 MPH.", "WINDS 8.0 TO 16.1 km/h."},
+    {"F", false, "inches", "km/h", "GUSTS UP TO 25 MPH.", "GUSTS UP TO 40.2 km/h."},
+    {"F", false, "inches", "bft", "West wind 10 to 15 mph.", "West wind 3 to 4 bft."},
+    {"F", false, "inches", "kts", "Winds LIGHT MPH.", "Winds LIGHT MPH."},
+    {"F", false, "mm", "km/h", "N/A", "N/A"},
+    {"F", false, "mm", "km/h", "", ""},
+};
+
+TEST_P(ForecastTextTest, RewriteForecastFollowsTheUnits)
+{
+    for (const RewriteCase &c : kRewrites) {
+        setUnits(c.temp, c.wind, "inches", c.rain);
+        conversionOptions().bothUnits = c.both;
+        EXPECT_EQ(RewriteForecast(QString::fromUtf8(c.text)), local(QString::fromUtf8(c.expected)))
+            << c.text;
+    }
+}
+
+TEST(RewriteForecast, ADecimalFractionIsNoTemperature)
+{
+    process() = ProcessValues{};
+    EXPECT_EQ(RewriteForecast("Rain totals of 0.25 inches."), "Rain totals of 0.25 inches.");
+}
+
+TEST_P(ForecastTextTest, PhraseRoutinesTakeTheirUnitsAsGiven)
+{
+    setUnits("F");
+    EXPECT_EQ(ReplaceNearWord("lows in the mid teens", "IN THE MID TEENS", 15, true, "C"),
+              QString::fromUtf8("lows near -9°C (15°F)"));
+    EXPECT_EQ(ReplaceDecadeWord("IN THE LOW 50S AND IN THE LOW 60S", "IN THE LOW ", 3, false, "F"),
+              QString::fromUtf8("near 53°F AND near 63°F"));
+    EXPECT_EQ(ReplaceInchWord("AN INCH OR TWO", "AN INCH", "mm"), local("25.4 mm OR TWO"));
+    EXPECT_EQ(ReplaceInchWord("AN INCH", "A FOOT", "mm"), "AN INCH");
+    EXPECT_EQ(ReplaceInchWord("Snow. Several inches of snow.", "INCHES OF", "cm"),
+              "Snow. Several inches of snow.");
+}
+
+TEST(FixForecastCase, CasesNamesInTableOrder)
+{
+    const std::pair<const char *, const char *> cases[] = {
+        {"on monday at 10 am edt", "on Monday at 10 AM EDT"},
+        {"until midnight cst tonight", "until 12 AM CST tonight"},
+        {"through 5 pm akdt", "through 5 PM AKDT"},
+        {"after 3 pm. then", "after 3 PM. then"},
+        {"until midnight.", "until 12 AM."},
+        {"in arkansas and kansas", "in Arkansas and Kansas"},
+        {"kansas and missouri", "kansas and missouri"}, // the row needs its blank
+        {"west virginia and virginia", "West Virginia and Virginia"},
+        {"district of columbia", "District of Columbia"},
+        {"over northeastern and central iowa", "over Northeastern and Central Iowa"},
+        {"the north side", "the North side"},
+        {"in may and june", "in May and June"},
+        {"MONDAY", "MONDAY"}, // case-sensitive: only lower-case forms are touched
+    };
+    for (const auto &[text, expected] : cases)
+        EXPECT_EQ(FixForecastCase(text), expected) << text;
+}
+
+TEST_P(ForecastTextTest, ChanceFromForecastTriesEachPhraseInOrder)
+{
+    const std::pair<const char *, const char *> cases[] = {
+        {"Chance of rain near 50%.", "45"},
+        {"Chance of snow near 20%.", "15"},
+        {"Showers likely. Chance of showers 70%.", "70"},
+        {"Chance of precipitation is 60%.", "60"},
+        {"Mostly sunny, with a 40 percent chance of rain.", "40"},
+        {"There is a 30% chance of precipitation.", "30"},
+        {"Cloudy with rain 80% likely.", "80"},
+        {"A slight chance of showers.", "10"},
+        {"CHANCE OF RAIN.", "10"},
+        {"Humidity 50%.", ""},
+        {"Sunny.", ""},
+        {"", ""},
+    };
+    for (const auto &[text, chance] : cases)
+        EXPECT_EQ(ChanceFromForecast(text), chance) << text;
+}
+
+TEST_P(ForecastTextTest, FillChanceWritesOnlyNewNumbers)
+{
+    process().CityCode = "KDSM";
+    const std::pair<const char *, const char *> daily[] = {
+        {"count", "2"},   {"prediction11", "Chance of rain 40%."},
+        {"pre11", "20"},  {"prediction21", "Clear."},
+        {"pre21", "0"},   {"prediction12", "A chance of rain."},
+        {"pre12", "N/A"}, {"prediction22", ""},
+        {"pre22", "N/A"},
+    };
+    for (const auto &[key, value] : daily)
+        SaveCache("Daily", key, value);
+    FillChanceFromForecast();
+    EXPECT_EQ(GetCache("Daily", "pre11"), "40");
+    EXPECT_EQ(GetCache("Daily", "pre21"), "0");
+    EXPECT_EQ(GetCache("Daily", "pre12"), "10");
+    EXPECT_EQ(GetCache("Daily", "pre22"), "N/A");
+}
+
+TEST_P(ForecastTextTest, ReprocessRebuildsTwinsAndTexts)
+{
+    process().CityCode = "KDSM";
+    const std::pair<const char *, const char *> daily[] = {
+        {"count", "1"},
+        {"low1", "32"},
+        {"high1", "50"},
+        {"lown1", "20"},
+        {"prediction11", "Highs in the low 50s."},
+        {"prediction21", "Lows 20&deg;F."},
+    };
+    for (const auto &[key, value] : daily)
+        SaveCache("Daily", key, value);
+    setUnits("C");
+    ReprocessForecasts();
+    EXPECT_EQ(GetCache("Daily", "low1C"), "0");
+    EXPECT_EQ(GetCache("Daily", "high1C"), "10");
+    EXPECT_EQ(GetCache("Daily", "lown1C"), "");
+    EXPECT_EQ(GetCache("Daily", "predictionC11"), "Highs near 12°C.");
+    EXPECT_EQ(GetCache("Daily", "predictionC21"), "Lows 20°F."); // already dressed
+
+    SaveCache("Daily", "high1", "77");
+    setUnits("F");
+    ReprocessForecasts();
+    EXPECT_EQ(GetCache("Daily", "high1C"), "10"); // no twins for a Fahrenheit user
+    EXPECT_EQ(GetCache("Daily", "predictionC11"), "Highs near 53°F.");
+}
+
+TEST(DayPartOfHour, DayRunsFromSixToFour)
+{
+    const std::pair<const char *, const char *> cases[] = {
+        {"6 AM", "D"},
+        {"4 PM", "D"},
+        {"12 PM", "D"},
+        {"16:00", "D"},
+        {"5 AM", "N"},
+        {"7 PM", "N"},
+        {"12 AM", "N"},
+        {"17:00", "N"},
+        {"7:00:00 PM", "N"},
+        {"7pm", "N"},
+        {"10:30 am", "D"},
+        {"2024-04-03T10:00:00", "D"},
+        {"4/3/2024 7:00 PM", "N"},
+        {"", ""},
+        {"abc", ""},
+        {"7", ""},
+        {"25:00", ""},
+        {"13 PM", ""},
+        {"7:75 PM", ""},
+        {"abc 7 PM", ""},
+        {"N/A", ""},
+        {"PM", ""},
+        {":", ""},
+    };
+    for (const auto &[text, part] : cases)
+        EXPECT_EQ(DayPartOfHour(text), part) << text;
+}
+
+class HourlyChanceTest : public LocaleTest
+{
+protected:
+    void SetUp() override
+    {
+        LocaleTest::SetUp();
+        process().CityCode = "KDSM";
+        const char *rows[][4] = {
+            {"2024-04-14T15:00:00", "3 PM", "10"}, {"2024-04-14T16:00:00", "4 PM", "30"},
+            {"2024-04-14T17:00:00", "5 PM", "20"}, {"2024-04-15T05:00:00", "5 AM", "60"},
+            {"2024-04-15T06:00:00", "6 AM", "40"}, {"2024-04-15T07:00:00", "7 AM", "N/A"},
+        };
+        int row = 0;
+        for (const auto &r : rows) {
+            const QString n = QString::number(++row);
+            SaveCache("Hourly", "date-time" + n, r[0]);
+            SaveCache("Hourly", "hour" + n, r[1]);
+            SaveCache("Hourly", "prob-of-precip" + n, r[2]);
+        }
+        SaveCache("Hourly", "count", QString::number(row));
+        SaveCache("Daily", "count", "2");
+        SaveCache("Daily", "short-title11", "20% Chance Rain");
+        SaveCache("Daily", "prediction11", "Cloudy. Humidity 80%. Chance of rain is 20%.");
+        SaveCache("Daily", "prediction21", "A 10 percent chance of rain.");
+    }
+};
+
+TEST_P(HourlyChanceTest, SummaryClosesEachDayPart)
+{
+    EXPECT_EQ(HourlyChanceSummary(), "14D30|14N60|15D40");
+}
+
+TEST_P(HourlyChanceTest, DayPartsBeforeTheFirstForecastDayAreSkipped)
+{
+    SaveCache("Daily", "date", GetParam().april15);
+    EXPECT_EQ(ApplyHourlyChance(), 2);
+    EXPECT_EQ(GetCache("Daily", "pre11"), "40");
+    EXPECT_EQ(GetCache("Daily", "short-title11"), "40% Chance Rain");
+    EXPECT_EQ(GetCache("Daily", "prediction11"), "Cloudy. Humidity 80%. Chance of rain is 40%.");
+    EXPECT_EQ(GetCache("Daily", "pre21"), "");
+}
+
+TEST_P(HourlyChanceTest, EachDayPartFillsItsHalfOfTheRunningDay)
+{
+    SaveCache("Daily", "date", "2024-04-14");
+    SaveCache("Hourly", "prob-of-precip2", "0");
+    EXPECT_EQ(ApplyHourlyChance(), 0);
+    EXPECT_EQ(GetCache("Daily", "pre11"), "10");
+    EXPECT_EQ(GetCache("Daily", "pre21"), "60");
+    EXPECT_EQ(GetCache("Daily", "prediction21"), "A 60 percent chance of rain.");
+    EXPECT_EQ(GetCache("Daily", "pre12"), "40");
+    SaveCache("Hourly", "prob-of-precip1", "0");
+    ApplyHourlyChance();
+    EXPECT_EQ(GetCache("Daily", "short-title11"), "Chance Rain"); // "0% " is dropped
+}
+
+TARNBY_BOTH_LOCALES(ForecastTextTest);
+TARNBY_BOTH_LOCALES(HourlyChanceTest);
+
+} // namespace

@@ -1,0 +1,109 @@
+#include "tests/derive/textinvariants.h"
+
+#include "core/processvalues.h"
+#include "derive/forecasttext.h"
+#include "derive/numberformat.h"
+#include "derive/units.h"
+
+#include <array>
+#include <cmath>
+
+namespace Tarnby::Test
+{
+
+namespace
+{
+
+struct Units {
+    const char *temp, *wind, *bar, *rain;
+};
+
+constexpr std::array<Units, 4> kUnits = {{{"C", "km/h", "hPa", "mm"},
+                                          {"F", "bft", "mm", "cm"},
+                                          {"C", "kts", "kPa", "inches"},
+                                          {"F", "mph", "mb", "mm"}}};
+
+constexpr std::array<const char16_t *, 7> kPictures = {u"###.#",  u"##0.0",   u"###,###.#", u"0.00",
+                                                       u"##0.#0", u"0000.##", u""};
+
+bool onlyNumberCharacters(const QString &text, NumberSymbols symbols)
+{
+    for (const QChar c : text)
+        if (!((c >= u'0' && c <= u'9') || c == u'-' || c == symbols.decimal || c == symbols.group))
+            return false;
+    return true;
+}
+
+bool hasNonZeroDigit(const QString &text)
+{
+    for (const QChar c : text)
+        if (c >= u'1' && c <= u'9') return true;
+    return false;
+}
+
+QString brokenNumberPromise(const QString &text, unsigned variant)
+{
+    const std::optional<double> value = readNumber(text);
+    if (isNumeric(text) && !value) return QStringLiteral("numeric but unreadable");
+    if (value) {
+        if (!std::isfinite(*value)) return QStringLiteral("read a value that is not finite");
+        const QStringView picture = kPictures[variant % kPictures.size()];
+        const QString shown = formatNumber(*value, picture);
+        if (!picture.isEmpty() && !onlyNumberCharacters(shown, localeSymbols()))
+            return QStringLiteral("formatted to \"%1\"").arg(shown);
+        if (shown.startsWith(u'-') && !hasNonZeroDigit(shown))
+            return QStringLiteral("signed zero \"%1\"").arg(shown);
+    }
+    const QString tidy = TidyNumberText(text);
+    if (tidy.size() > text.size() + 2 ||
+        (!tidy.isEmpty() && QStringLiteral("., ").contains(tidy.front())))
+        return QStringLiteral("tidied to \"%1\"").arg(tidy);
+    return {};
+}
+
+QString brokenConversionPromise(const QString &text, const Units &units)
+{
+    const QString results[] = {ToCelsius(text, true),
+                               WindFromMph(text, units.wind),
+                               PressureFromInches(text, units.bar),
+                               RainFromInches(text, units.rain),
+                               ToLocaleNumber(text),
+                               ToInvariantNumber(text)};
+    for (const QString &result : results)
+        if (IsMissingValue(text) && result != text)
+            return QStringLiteral("missing value became \"%1\"").arg(result);
+    return {};
+}
+
+QString brokenForecastPromise(const QString &text)
+{
+    const QString forecast = RewriteForecast(text);
+    if ((text.isEmpty() || text == u"N/A") && forecast != text)
+        return QStringLiteral("rewrote a missing text");
+    if (forecast.size() > 20 * text.size() + 100)
+        return QStringLiteral("rewrite grew to %1 characters").arg(forecast.size());
+    const QString chance = ChanceFromForecast(text);
+    if (!chance.isEmpty() && !isNumeric(chance)) return QStringLiteral("chance \"%1\"").arg(chance);
+    const QString part = DayPartOfHour(text);
+    if (!part.isEmpty() && part != u"D" && part != u"N")
+        return QStringLiteral("day part \"%1\"").arg(part);
+    return {};
+}
+
+} // namespace
+
+QString brokenTextPromise(const QString &text, unsigned variant)
+{
+    const Units &units = kUnits[variant % kUnits.size()];
+    process().UnitTemp = QString::fromLatin1(units.temp);
+    process().UnitWind = QString::fromLatin1(units.wind);
+    process().UnitPre = QString::fromLatin1(units.rain);
+    conversionOptions().bothUnits = variant % 3 == 0;
+    conversionOptions().useTenths = variant % 5 == 0;
+    QString broken = brokenNumberPromise(text, variant);
+    if (broken.isEmpty()) broken = brokenConversionPromise(text, units);
+    if (broken.isEmpty()) broken = brokenForecastPromise(text);
+    return broken;
+}
+
+} // namespace Tarnby::Test
