@@ -29,6 +29,8 @@ struct DateState {
     QString order;
     QString separator;
     QList<PatternPart> parts;
+    QStringList monthPrefixes; // the first three letters of each month's name, lower case
+    QStringList weekdayNames;  // full and abbreviated, lower case, without closing dots
     QTimeZone zone = QTimeZone::systemTimeZone();
 };
 
@@ -66,6 +68,13 @@ bool isDigits(const QString &text)
 {
     return !text.isEmpty() &&
            std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+}
+
+QString stripPunctuation(QString word)
+{
+    while (!word.isEmpty() && (word.endsWith(u',') || word.endsWith(u'.')))
+        word.chop(1);
+    return word;
 }
 
 bool isDateLetter(QChar c)
@@ -217,6 +226,13 @@ void loadInto(DateState &s, const QLocale &locale)
     s.separator = firstSeparatorIn(s.shortPattern);
     if (s.separator.isEmpty()) s.separator = QStringLiteral("/");
     s.parts = patternParts(s.shortPattern);
+    s.monthPrefixes.clear();
+    for (int month = 1; month <= 12; ++month)
+        s.monthPrefixes.append(locale.monthName(month).left(3).toLower());
+    s.weekdayNames.clear();
+    for (int day = 1; day <= 7; ++day)
+        for (const auto format : {QLocale::LongFormat, QLocale::ShortFormat})
+            s.weekdayNames.append(stripPunctuation(locale.dayName(day, format)).toLower());
 }
 
 // ---- reading ----------------------------------------------------------------------------
@@ -224,7 +240,7 @@ void loadInto(DateState &s, const QLocale &locale)
 struct Ymd {
     int year = 0, month = 0, day = 0;
     bool fourDigitYear = true; // whether the text gave the century
-    bool valid() const { return QDate(year, month, day).isValid() && year >= 100; }
+    bool valid() const { return year >= 100 && year <= 9999 && QDate(year, month, day).isValid(); }
 };
 
 // Two-digit years as the system reads them.
@@ -282,31 +298,16 @@ DateAndTime splitTime(const QString &text)
     return {date.trimmed(), text.mid(t.start, t.length).trimmed()};
 }
 
-QString stripPunctuation(QString word)
-{
-    while (!word.isEmpty() && (word.endsWith(u',') || word.endsWith(u'.')))
-        word.chop(1);
-    return word;
-}
-
 // The month whose name begins with the same three letters, 0 for none.
-int monthByFirstThree(const QString &word, const QLocale &locale)
+int monthByFirstThree(const QString &word, const DateState &s)
 {
     const QString w = stripPunctuation(word).toLower();
-    if (w.size() < 3) return 0;
-    for (int month = 1; month <= 12; ++month)
-        if (locale.monthName(month).left(3).toLower() == w.left(3)) return month;
-    return 0;
+    return w.size() < 3 ? 0 : int(s.monthPrefixes.indexOf(w.left(3))) + 1;
 }
 
-bool isWeekdayName(const QString &word, const QLocale &locale)
+bool isWeekdayName(const QString &word, const DateState &s)
 {
-    const QString w = stripPunctuation(word);
-    for (int day = 1; day <= 7; ++day)
-        for (const auto format : {QLocale::LongFormat, QLocale::ShortFormat})
-            if (stripPunctuation(locale.dayName(day, format)).compare(w, Qt::CaseInsensitive) == 0)
-                return true;
-    return false;
+    return s.weekdayNames.contains(stripPunctuation(word).toLower());
 }
 
 // Day, month and year from three numbers in a given order ("DMY", "MDY", "YMD").
@@ -377,9 +378,9 @@ std::optional<Ymd> readDatePart(const QString &text, const DateState &s)
     for (const QString &word : text.split(separators, Qt::SkipEmptyParts)) {
         if (isDigits(word) && word.size() <= 4)
             numbers.append(word);
-        else if (isWeekdayName(word, s.locale))
+        else if (isWeekdayName(word, s))
             continue;
-        else if (const int m = monthByFirstThree(word, s.locale); m && !month)
+        else if (const int m = monthByFirstThree(word, s); m && !month)
             month = m;
         else
             return std::nullopt;
@@ -447,7 +448,7 @@ std::optional<Ymd> normalisedParts(const QStringList &parts, const QString &sour
     for (const QString &part : parts) {
         if (isDigits(part))
             numbers.append(part);
-        else if (const int m = monthByFirstThree(part, s.locale); m && !month)
+        else if (const int m = monthByFirstThree(part, s); m && !month)
             month = m;
     }
     if (!month) return std::nullopt;
@@ -641,7 +642,7 @@ QString FixDateFormat(const QString &text, bool keepTime, bool keepTimeAfter)
     for (const QString &part : datePartsOf(split.date)) {
         if (isDigits(part)) {
             kept.append(part);
-        } else if (const int month = part.size() > 2 ? monthByFirstThree(part, s.locale) : 0;
+        } else if (const int month = part.size() > 2 ? monthByFirstThree(part, s) : 0;
                    month && monthAt < 0) {
             monthAt = int(kept.size());
             kept.append(QString::number(month));

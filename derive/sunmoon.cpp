@@ -256,6 +256,17 @@ struct Lunation {
     double newMoon;
 };
 
+// The mean phase of lunation k (a quarter more for each phase). A true new moon lies less
+// than 0.75 days from the mean one (the periodic terms add up to at most 0.62 days), so a
+// date farther than that from the next mean new moon needs no true one to be placed.
+double meanPhase(double k)
+{
+    const double t = k / 1236.85;
+    const double t2 = t * t;
+    return 2451550.09765 + 29.530588853 * k + 0.0001337 * t2 - 1.5e-7 * t2 * t + 7.3e-10 * t2 * t2;
+}
+constexpr double kTrueToMeanNewMoon = 0.75;
+
 std::optional<Lunation> lunationAt(double dateNumber, double jd)
 {
     double k =
@@ -266,6 +277,8 @@ std::optional<Lunation> lunationAt(double dateNumber, double jd)
         newMoon = GetMoonPhaseDate(k, 0);
     }
     for (int step = 0; step < 3; ++step) {
+        if (newMoon <= jd && jd < meanPhase(k + 1.0) - kTrueToMeanNewMoon)
+            return Lunation{k, newMoon};
         const double next = GetMoonPhaseDate(k + 1.0, 0);
         if (newMoon <= jd && jd < next) return Lunation{k, newMoon};
         k += 1.0;
@@ -284,14 +297,21 @@ std::optional<double> endOfDay(const QDate &date)
     return number;
 }
 
-// The four phases of the lunation that holds the local date, in UT Julian days, and the
-// end of that date in UT.
+// The lunation that holds the local date, the end of that date in UT, and where the
+// date lies on the local clock.
 struct LocalLunation {
-    std::array<double, 4> phasesUt;
+    double k;
+    double newMoonUt;
     double endUt;
     double dayStartLocal; // the date's 0h on the local clock, as a Julian day
     double biasDays;      // local = UT - bias
 };
+
+double phaseUt(double k, int phase)
+{
+    const double jde = GetMoonPhaseDate(k, phase);
+    return jde - deltaTDays(jde);
+}
 
 std::optional<LocalLunation> localLunation(const QDate &date)
 {
@@ -301,12 +321,8 @@ std::optional<LocalLunation> localLunation(const QDate &date)
     const double endUt = JulianDayFromDateNumber(*end) + kHalfSecond + biasDays;
     const std::optional<Lunation> lunation = lunationAt(*end + biasDays, endUt + deltaTDays(endUt));
     if (!lunation) return std::nullopt;
-    LocalLunation l{{}, endUt, JulianDayFromDateNumber(std::trunc(*end)), biasDays};
-    for (int phase = 0; phase < 4; ++phase) {
-        const double jde = GetMoonPhaseDate(lunation->k, phase);
-        l.phasesUt[phase] = jde - deltaTDays(jde);
-    }
-    return l;
+    return LocalLunation{lunation->k, lunation->newMoon - deltaTDays(lunation->newMoon), endUt,
+                         JulianDayFromDateNumber(std::trunc(*end)), biasDays};
 }
 
 const char *const kPhaseNames[] = {"New Moon",       "Waxing Crescent", "First Quarter",
@@ -441,7 +457,7 @@ double GetMoonPhaseDate(double k, int phase)
     k += 0.25 * phase;
     const double t = k / 1236.85;
     const double t2 = t * t, t3 = t2 * t, t4 = t3 * t;
-    double jde = 2451550.09765 + 29.530588853 * k + 0.0001337 * t2 - 1.5e-7 * t3 + 7.3e-10 * t4;
+    double jde = meanPhase(k);
 
     const double e = 1.0 - 0.002516 * t - 7.4e-6 * t2;
     const Turn m = turn(2.5534 + 29.10535669 * k - 2.18e-5 * t2 - 1.1e-7 * t3);
@@ -489,13 +505,15 @@ QString GetMoonPhaseName(const QDate &date)
 {
     const std::optional<LocalLunation> l = localLunation(date);
     if (!l) return QStringLiteral("N/A");
+    // The phases in order: the first on the date names it; the first after the date's end
+    // tells which part of the cycle the date lies in. Later phases need not be computed.
     for (int phase = 0; phase < 4; ++phase) {
-        const double local = l->phasesUt[phase] - l->biasDays;
+        const double ut = phase == 0 ? l->newMoonUt : phaseUt(l->k, phase);
+        const double local = ut - l->biasDays;
         if (local >= l->dayStartLocal && local < l->dayStartLocal + 1.0)
             return QLatin1String(kPhaseNames[2 * phase]);
+        if (phase > 0 && l->endUt < ut) return QLatin1String(kPhaseNames[2 * phase - 1]);
     }
-    for (int phase = 1; phase < 4; ++phase)
-        if (l->endUt < l->phasesUt[phase]) return QLatin1String(kPhaseNames[2 * phase - 1]);
     return QLatin1String(kPhaseNames[7]);
 }
 
@@ -521,8 +539,10 @@ std::optional<std::array<QDateTime, 4>> MoonPhasesOfLunation(const QDate &date)
     const std::optional<LocalLunation> l = localLunation(date);
     if (!l) return std::nullopt;
     std::array<QDateTime, 4> utc;
-    for (int phase = 0; phase < 4; ++phase)
-        utc[phase] = dateTimeFromDateNumber(DateNumberFromJulianDay(l->phasesUt[phase]));
+    for (int phase = 0; phase < 4; ++phase) {
+        const double ut = phase == 0 ? l->newMoonUt : phaseUt(l->k, phase);
+        utc[phase] = dateTimeFromDateNumber(DateNumberFromJulianDay(ut));
+    }
     return utc;
 }
 

@@ -1,0 +1,319 @@
+#include "derive/icons.h"
+
+#include "core/processvalues.h"
+#include "core/settingsstore.h"
+#include "core/weathercache.h"
+#include "derive/dates.h"
+#include "tests/support/testprofile.h"
+
+#include <QDir>
+#include <QFile>
+
+using namespace Tarnby;
+
+namespace
+{
+
+struct Mapping {
+    const char *in;
+    const char *out;
+};
+
+void expectAll(QString (*f)(const QString &), std::initializer_list<Mapping> rows)
+{
+    for (const Mapping &m : rows)
+        EXPECT_EQ(f(QLatin1String(m.in)), m.out) << "from " << m.in;
+}
+
+TEST(IconCodeTest, CondToBase)
+{
+    expectAll(&CondToBase, {{"000", "32"},
+                            {"001", "26"},
+                            {"002", "29"},
+                            {"003", "30"},
+                            {"004", "30"},
+                            {"005", "11"},
+                            {"006", "37"},
+                            {"007", "32"},
+                            {"008", "14"},
+                            {"009", "15"},
+                            {"010", "NA"},
+                            {"012", "46"},
+                            {"013", "27"},
+                            {"014", "45"},
+                            {"015", "45"},
+                            {"017", "31"},
+                            {"018", "47"},
+                            {"021", "7"},
+                            {"022", "0"},
+                            {"023", "21"},
+                            {"024", "28"},
+                            {"026", "34"},
+                            {"050", "23"},
+                            {"051", "20"},
+                            {"062", "16"},
+                            {"063", "12"},
+                            {"065", "36"},
+                            {"069", "25"},
+                            {"075", "33"},
+                            {"138", "14"},
+                            {"139", "45"},
+                            {"158", "23"},
+                            {"159", "20"},
+                            // The forms of a code, and what is no code.
+                            {"cond012", "46"},
+                            {"nt_cond012", "46"},
+                            {"177", "NA"},
+                            {"cond999", "NA"},
+                            {"", "NA"},
+                            {"N/A", "NA"},
+                            {"abc", "NA"},
+                            {"-1", "NA"}});
+}
+
+TEST(IconCodeTest, ChanceTriplesShareTheirIcon)
+{
+    for (int first = 78; first <= 135; first += 3) {
+        const QString icon = CondToBase(QString::number(first));
+        EXPECT_NE(icon, "NA") << first;
+        EXPECT_EQ(CondToBase(QString::number(first + 1)), icon) << first;
+        EXPECT_EQ(CondToBase(QString::number(first + 2)), icon) << first;
+    }
+    for (int n = 160; n <= 176; ++n) {
+        const QString icon = CondToBase(QString::number(n));
+        EXPECT_TRUE(icon == "45" || icon == "46") << n;
+        EXPECT_EQ(DayOrNight(QStringLiteral("cond") + QString::number(n)), "N") << n;
+    }
+}
+
+TEST(IconCodeTest, BaseToCond)
+{
+    expectAll(&BaseToCond,
+              {{"32", "cond000"}, {"26", "cond001"}, {"29", "cond002"}, {"30", "cond003"},
+               {"11", "cond005"}, {"37", "cond006"}, {"14", "cond008"}, {"15", "cond009"},
+               {"NA", "cond010"}, {"46", "cond012"}, {"27", "cond013"}, {"45", "cond014"},
+               {"31", "cond017"}, {"47", "cond018"}, {"7", "cond025"},  {"0", "cond006"},
+               {"21", "cond023"}, {"28", "cond024"}, {"34", "cond026"}, {"9", "cond052"},
+               {"13", "cond040"}, {"8", "cond046"},  {"10", "cond046"}, {"23", "cond050"},
+               {"20", "cond051"}, {"16", "cond062"}, {"12", "cond063"}, {"36", "cond065"},
+               {"25", "cond069"}, {"33", "cond075"}, {"1", "cond033"},  {"", "cond033"},
+               {"abc", "cond033"}});
+}
+
+TEST(IconCodeTest, RemapCondNumber)
+{
+    expectAll(
+        &RemapCondNumber,
+        {{"177", "117"}, {"178", "118"},         {"179", "119"}, {"181", "036"}, {"182", "045"},
+         {"184", "031"}, {"187", "008"},         {"190", "047"}, {"193", "009"}, {"196", "005"},
+         {"199", "025"}, {"205", "032"},         {"180", "036"}, {"202", "010"}, {"282", "010"},
+         {"283", "010"}, {"99999999999", "010"}, {"012", "012"}, {"176", "176"}, {"abc", "abc"},
+         {"", ""},       {"N/A", "N/A"}});
+    for (int n = 177; n <= 282; ++n)
+        EXPECT_LT(RemapCondNumber(QString::number(n)).toInt(), 177) << n;
+}
+
+TEST(IconCodeTest, DayOrNight)
+{
+    expectAll(&DayOrNight, {{"cond002", "N"},
+                            {"cond001", "D"},
+                            {"cond012", "N"},
+                            {"cond018", "N"},
+                            {"cond019", "D"},
+                            {"cond047", "N"},
+                            {"cond048", "D"},
+                            {"cond075", "N"},
+                            {"cond076", "D"},
+                            {"cond139", "N"},
+                            {"cond153", "N"},
+                            {"cond157", "D"},
+                            {"cond176", "N"},
+                            {"nt_partlycloudy", "N"},
+                            {"partlycloudy", "D"},
+                            {"https://api.weather.gov/icons/land/night/few?size=medium", "N"},
+                            {"https://api.weather.gov/icons/land/day/few?size=medium", "D"},
+                            {"/night/", "D"},
+                            {"", "D"},
+                            {"N/A", "D"},
+                            {"condabc", "D"}});
+}
+
+TEST(IconCodeTest, NwsIconToBase)
+{
+    const QString host = QStringLiteral("https://api.weather.gov/icons/land/");
+    const struct {
+        const char *path, *base;
+    } rows[] = {
+        {"night/few?size=medium", "29"},
+        {"day/few?size=medium", "30"},
+        {"day/tsra,40?size=medium", "3"},
+        {"night/tsra_hi,30?size=small", "47"},
+        {"day/rain_showers,30/tsra_hi,30?size=medium", "1"},
+        {"day/fog?size=medium", "NA"},
+        {"day/wind_few", "34"},
+        {"night/rain_fzra", "7"},
+        {"day/volcano?size=medium", "20"},
+        {"", "20"},
+    };
+    for (const auto &r : rows)
+        EXPECT_EQ(NwsIconToBase(host + QLatin1String(r.path)), r.base) << r.path;
+}
+
+TEST(IconCodeTest, NamesToBaseAndWords)
+{
+    EXPECT_EQ(NameToBase(QStringLiteral("nt_partlycloudy"), true), "29");
+    EXPECT_EQ(NameToBase(QStringLiteral("nt_partlycloudy"), false), "30");
+    EXPECT_EQ(NameToBase(QStringLiteral("partlycloudy"), true), "30");
+    EXPECT_EQ(NameToBase(QStringLiteral("nt_chancetstorms"), true), "47");
+    EXPECT_EQ(NameToBase(QStringLiteral("tstorms"), true), "0");
+    EXPECT_EQ(NameToBase(QStringLiteral("volcano"), true), "NA");
+    EXPECT_EQ(NameToBase(QString(), true), "NA");
+    expectAll(&ConditionFromIconName, {{"chancetstorms", "Chance of Thunderstorms"},
+                                       {"mostlysunny", "Mostly Sunny"},
+                                       {"nt_mostlysunny", "Mostly Clear"},
+                                       {"nt_partlysunny", "Partly Clear"},
+                                       {"partlysunny", "Partly Sunny"},
+                                       {"nt_sunny", "Clear"},
+                                       {"sunny", "Sunny"},
+                                       {"nt_cloudy", "Cloudy"},
+                                       {"hazy", "Hazy"},
+                                       {"volcano", "N/A"},
+                                       {"", "N/A"}});
+}
+
+TEST(IconCodeTest, AdjustCondByChance)
+{
+    const struct {
+        const char *code, *chance, *expected;
+    } rows[] = {
+        {"cond108", "30", "cond108"},
+        {"cond108", "40", "cond109"},
+        {"cond110", "45%", "cond109"},
+        {"cond108", "50", "cond110"},
+        {"cond108", "60", "cond148"},
+        {"cond148", "100", "cond148"},
+        {"cond132", "45", "cond133"},
+        {"cond059", "50", "cond134"},
+        {"cond156", "30", "cond108"},
+        {"cond084", "40", "cond085"},
+        {"cond129", "90", "cond131"},
+        {"cond135", "30", "cond135"},
+        {"nt_cond126", "55", "nt_cond128"},
+        {"130", "30", "129"},
+        // Left alone.
+        {"cond001", "50", "cond001"},
+        {"cond108", "20", "cond108"},
+        {"cond108", "N/A", "cond108"},
+        {"cond108", "", "cond108"},
+        {"", "50", ""},
+        {"abc", "50", "abc"},
+    };
+    for (const auto &r : rows)
+        EXPECT_EQ(AdjustCondByChance(QLatin1String(r.code), QLatin1String(r.chance)), r.expected)
+            << r.code << ' ' << r.chance;
+}
+
+// ---- paths ----------------------------------------------------------------------------------
+
+class IconPathTest : public Tarnby::Test::ProfileTest
+{
+protected:
+    IconPathTest()
+    {
+        process().CityCode = QStringLiteral("KDSM");
+        makeSet(QStringLiteral("Shiny"), {QStringLiteral("0.png"), QStringLiteral("32.png")});
+        makeSet(QStringLiteral("WeatherBug"), {QStringLiteral("cond000.gif")});
+        makeSet(QStringLiteral("Empty"), {});
+        LoadDatePatterns(QLocale(QLocale::English, QLocale::UnitedStates));
+    }
+    static void makeSet(const QString &set, const QStringList &files)
+    {
+        const QString folder = process().ProfilePath + QStringLiteral("/Skins/Icons/") + set;
+        QDir().mkpath(folder);
+        for (const QString &f : files) {
+            QFile file(folder + QLatin1Char('/') + f);
+            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        }
+    }
+    static QString icon(const char *value, const char *group, bool forTray = false)
+    {
+        return IconPath(QStringLiteral("Current"), QLatin1String(value), forTray, false, false,
+                        true, QLatin1String(group));
+    }
+    QString shiny(const char *file) const
+    {
+        return profile.path() + QStringLiteral("/Skins/Icons/Shiny/") + QLatin1String(file);
+    }
+    QString weatherBug(const char *file) const
+    {
+        return profile.path() + QStringLiteral("/Skins/Icons/WeatherBug/") + QLatin1String(file);
+    }
+};
+
+TEST_F(IconPathTest, CodesOfEachFamilyInBothSchemes)
+{
+    EXPECT_EQ(icon("nt_partlycloudy", "WUnderground"), shiny("29.png"));
+    EXPECT_EQ(icon("cond012", "CWOP"), shiny("46.png"));
+    EXPECT_EQ(icon("cond012", "WeatherBug"), shiny("46.png"));
+    EXPECT_EQ(icon("nt_cond012", "WeatherBug"), shiny("46.png"));
+    EXPECT_EQ(icon("nt_32", "WeatherBug"), shiny("32.png"));
+    EXPECT_EQ(icon("https://api.weather.gov/icons/land/night/few?size=medium", "NWS"),
+              shiny("29.png"));
+    EXPECT_EQ(icon("", "NWS"), shiny("NA.png"));
+    SavePref(QStringLiteral("Skins"), QStringLiteral("Icons"), QStringLiteral("WeatherBug"));
+    EXPECT_EQ(icon("partlycloudy", "WUnderground"), weatherBug("cond003.gif"));
+    EXPECT_EQ(icon("cond012", "WeatherBug"), weatherBug("cond012.gif"));
+    EXPECT_EQ(icon("https://api.weather.gov/icons/land/day/fog?size=medium", "NWS"),
+              weatherBug("cond010.gif"));
+    EXPECT_EQ(icon("volcano", "CWOP"), weatherBug("cond010.gif"));
+}
+
+TEST_F(IconPathTest, SetsAndTheirExtensions)
+{
+    EXPECT_EQ(IconSetName(false), "Shiny"); // an empty setting falls back, and is saved
+    EXPECT_EQ(GetPref(QStringLiteral("Skins"), QStringLiteral("Icons")), "Shiny");
+    SavePref(QStringLiteral("Skins"), QStringLiteral("TrayIcons"), QStringLiteral("Empty"));
+    EXPECT_EQ(icon("32", "WUnderground", true),
+              profile.path() + QStringLiteral("/Skins/Icons/Empty/NA")); // no files, no extension
+    EXPECT_EQ(IconPath(QStringLiteral("Current"), QStringLiteral("clear"), false, true, false, true,
+                       QStringLiteral("WUnderground")),
+              weatherBug("cond000.gif")); // a .png set gives way
+}
+
+TEST_F(IconPathTest, EmptyCurrentIconTakesTheHourlyOneByDayAndNight)
+{
+    SaveCache(QStringLiteral("Current"), QStringLiteral("image-icon"), QStringLiteral("N/A"));
+    SaveCache(QStringLiteral("Hourly"), QStringLiteral("weather-icon1"),
+              QStringLiteral("partlycloudy"));
+    const auto current = [] {
+        return IconPath(QStringLiteral("Current"), QStringLiteral("image-icon"), false, false,
+                        false, false, QStringLiteral("WUnderground"));
+    };
+    EXPECT_EQ(current(), shiny("29.png")); // no sun data: night
+    SaveCache(QStringLiteral("Sun"), QStringLiteral("sunrise-time1"), QStringLiteral("6:00 AM"));
+    SaveCache(QStringLiteral("Sun"), QStringLiteral("sunset-time1"), QStringLiteral("8:00 PM"));
+    SaveCache(QStringLiteral("Current"), QStringLiteral("observed"),
+              QStringLiteral("3/4/2024 1:00 PM"));
+    EXPECT_EQ(current(), shiny("30.png"));
+    SaveCache(QStringLiteral("Current"), QStringLiteral("image-icon"), QStringLiteral("nt_clear"));
+    EXPECT_EQ(current(), shiny("31.png"));
+}
+
+TEST_F(IconPathTest, RelativePathsAndMoonIcons)
+{
+    SaveCache(QStringLiteral("Current"), QStringLiteral("MoonIcon"), QStringLiteral("mphase12"));
+    const auto moon = [](bool relative) {
+        return IconPath(QStringLiteral("Current"), QStringLiteral("MoonIcon"), false, false,
+                        relative, false, QStringLiteral("WeatherBug"));
+    };
+    EXPECT_EQ(moon(false), shiny("Moon/Northern/mphase12.png"));
+    SavePref(QStringLiteral("CityCode"), QStringLiteral("Latitude"), QStringLiteral("-33.9"));
+    EXPECT_EQ(moon(true), "../../../../../Skins/Icons/Shiny/Moon/Southern/mphase12.png");
+    EXPECT_EQ(MoonIconPath(QStringLiteral("mphase01"), false), shiny("Moon/Southern/mphase01.png"));
+
+    process().ProfilePath = profile.path() + QStringLiteral("/O'Brien");
+    makeSet(QStringLiteral("Shiny"), {QStringLiteral("1.svg")});
+    EXPECT_EQ(icon("clear", "WUnderground"), "../../../Skins/Icons/Shiny/32.svg");
+}
+
+} // namespace
