@@ -17,8 +17,7 @@ void cStringBuilder::setChunkSize(qsizetype chunkSize)
 void cStringBuilder::reserveFor(qsizetype extra)
 {
     const qsizetype needed = m_text.size() + extra;
-    if (needed <= m_text.capacity())
-        return;
+    if (needed <= m_text.capacity()) return;
     // Grow by at least a chunk and at least half of what is there, so that many small
     // appends cost a few copies in all.
     const qsizetype growth = std::max({m_chunkSize, extra, m_text.size() / 2});
@@ -43,8 +42,7 @@ void cStringBuilder::Insert(qsizetype position, QStringView text)
 
 void cStringBuilder::Remove(qsizetype position, qsizetype length)
 {
-    if (position < 0 || position >= m_text.size() || length <= 0)
-        return;
+    if (position < 0 || position >= m_text.size() || length <= 0) return;
     m_text.remove(position, std::min(length, m_text.size() - position));
 }
 

@@ -59,16 +59,14 @@ public:
     {
         const qsizetype c = close(), o = nextOpen();
         qsizetype next = c >= 0 ? c : m_text.size();
-        if (o >= 0 && o < next)
-            next = o;
+        if (o >= 0 && o < next) next = o;
         return next;
     }
     bool closesFirst() { return close() >= 0 && nextBracket() == close(); }
     // The next "[" behind the current one, or -1.
     qsizetype nextOpen()
     {
-        if (m_nextOpen <= m_open)
-            m_nextOpen = m_text.indexOf(u'[', m_open + 1);
+        if (m_nextOpen <= m_open) m_nextOpen = m_text.indexOf(u'[', m_open + 1);
         return m_nextOpen;
     }
     void advance() { m_open = nextOpen(); }
@@ -89,8 +87,7 @@ QString TextBetween(const QString &text, QStringView opening, QStringView closin
                     const QString &fallback)
 {
     const qsizetype start = text.indexOf(opening);
-    if (start < 0)
-        return fallback;
+    if (start < 0) return fallback;
     const qsizetype from = start + opening.size();
     const qsizetype end = text.indexOf(closing, from);
     return end < 0 ? fallback : text.mid(from, end - from);
@@ -98,8 +95,7 @@ QString TextBetween(const QString &text, QStringView opening, QStringView closin
 
 TokenText::TokenText(QString text, bool literal) : m_text(std::move(text)), m_literal(literal)
 {
-    if (!m_literal)
-        rebuildIndex();
+    if (!m_literal) rebuildIndex();
 }
 
 void TokenText::rebuildIndex()
@@ -119,8 +115,7 @@ void TokenText::rebuildIndex()
         if (closedHere && segmentEnd - open + 1 <= kMaxWord) {
             const QStringView word = all.mid(open, segmentEnd - open + 1);
             ++m_words[word];
-            if (openBefore)
-                m_shadowed.insert(word, true);
+            if (openBefore) m_shadowed.insert(word, true);
         }
         openBefore = !closedHere;
     }
@@ -128,8 +123,7 @@ void TokenText::rebuildIndex()
 
 void TokenText::sortSegments() const
 {
-    if (m_sortedValid)
-        return;
+    if (m_sortedValid) return;
     m_sortedSegments = m_segments.keys();
     std::sort(m_sortedSegments.begin(), m_sortedSegments.end());
     m_sortedValid = true;
@@ -145,8 +139,7 @@ bool TokenText::isIndexedPrefix(QStringView prefix) const
     sortSegments();
     auto it = std::lower_bound(m_sortedSegments.cbegin(), m_sortedSegments.cend(), prefix);
     for (; it != m_sortedSegments.cend() && it->startsWith(prefix); ++it) {
-        if (m_segments.value(*it) > 0)
-            return true;
+        if (m_segments.value(*it) > 0) return true;
     }
     return false;
 }
@@ -154,21 +147,17 @@ bool TokenText::isIndexedPrefix(QStringView prefix) const
 bool TokenText::contains(QStringView token)
 {
     if (!m_literal) {
-        if (isWordForm(token))
-            return isIndexedToken(token);
-        if (isPrefixForm(token))
-            return isIndexedPrefix(token);
+        if (isWordForm(token)) return isIndexedToken(token);
+        if (isPrefixForm(token)) return isIndexedPrefix(token);
     }
     return text().contains(token);
 }
 
 bool TokenText::containsIgnoringCase(QStringView token)
 {
-    if (m_literal || !isWordForm(token))
-        return text().contains(token, Qt::CaseInsensitive);
+    if (m_literal || !isWordForm(token)) return text().contains(token, Qt::CaseInsensitive);
     for (auto it = m_words.cbegin(); it != m_words.cend(); ++it) {
-        if (it.value() > 0 && it.key().compare(token, Qt::CaseInsensitive) == 0)
-            return true;
+        if (it.value() > 0 && it.key().compare(token, Qt::CaseInsensitive) == 0) return true;
     }
     return false;
 }
@@ -180,15 +169,13 @@ void TokenText::replace(const QString &token, const QString &value)
         return;
     }
     const auto word = m_words.constFind(QStringView(token));
-    if (word == m_words.cend() || word.value() <= 0)
-        return;
+    if (word == m_words.cend() || word.value() <= 0) return;
     const QStringView key = word.key();
     const qsizetype count = word.value();
     // The value has no bracket and the token closes no earlier "[": every other word,
     // and every segment but the token's own, stays as it is.
     const QStringView segment = key.chopped(1);
-    if ((m_segments[segment] -= count) <= 0)
-        m_segments.remove(segment);
+    if ((m_segments[segment] -= count) <= 0) m_segments.remove(segment);
     m_words.remove(key);
     m_pending.insert(key, value);
     m_pendingGrowth += count * (value.size() - token.size());
@@ -205,9 +192,9 @@ void TokenText::replaceIgnoringCase(const QString &token, const QString &value)
         if (it.value() > 0 && it.key().compare(token, Qt::CaseInsensitive) == 0)
             spellings.append(it.key().toString());
     }
-    const bool anyShadowed = std::any_of(spellings.cbegin(), spellings.cend(), [this](const QString &s) {
-        return m_shadowed.contains(QStringView(s));
-    });
+    const bool anyShadowed =
+        std::any_of(spellings.cbegin(), spellings.cend(),
+                    [this](const QString &s) { return m_shadowed.contains(QStringView(s)); });
     if (anyShadowed) {
         replaceLiterally(token, value, Qt::CaseInsensitive);
         return;
@@ -218,22 +205,18 @@ void TokenText::replaceIgnoringCase(const QString &token, const QString &value)
 
 void TokenText::replaceLiterally(const QString &token, const QString &value, Qt::CaseSensitivity cs)
 {
-    if (token.isEmpty())
-        return;
+    if (token.isEmpty()) return;
     text();
-    if (!m_text.contains(token, cs))
-        return;
+    if (!m_text.contains(token, cs)) return;
     m_text.replace(token, value, cs);
-    if (!m_literal)
-        rebuildIndex();
+    if (!m_literal) rebuildIndex();
 }
 
 QStringView TokenText::wordAt(qsizetype open) const
 {
     const QStringView all(m_text);
     for (qsizetype i = open + 1; i < all.size() && i - open < kMaxWord; ++i) {
-        if (isBracket(all[i]))
-            return all[i] == u']' ? all.mid(open, i - open + 1) : QStringView();
+        if (isBracket(all[i])) return all[i] == u']' ? all.mid(open, i - open + 1) : QStringView();
     }
     return {};
 }
@@ -246,8 +229,7 @@ QString TokenText::between(const QString &opening, const QString &closing, const
     // opening begins (it would stand behind an open "[", and is then never pending), so
     // only hits that are pending tokens themselves must be passed over.
     for (qsizetype at = m_text.indexOf(opening); at >= 0; at = m_text.indexOf(opening, at + 1)) {
-        if (m_pending.contains(wordAt(at)))
-            continue;
+        if (m_pending.contains(wordAt(at))) continue;
         const qsizetype from = at + opening.size();
         const qsizetype end = m_text.indexOf(closing, from);
         return end < 0 ? fallback : m_text.mid(from, end - from);
@@ -257,8 +239,7 @@ QString TokenText::between(const QString &opening, const QString &closing, const
 
 void TokenText::applyPending()
 {
-    if (m_pending.isEmpty())
-        return;
+    if (m_pending.isEmpty()) return;
     const QStringView all(m_text);
     QString out;
     out.reserve(m_text.size() + std::max<qsizetype>(0, m_pendingGrowth));
@@ -296,8 +277,7 @@ QString TokenText::take()
     applyPending();
     QString out = std::move(m_text);
     m_text = QString();
-    if (!m_literal)
-        rebuildIndex();
+    if (!m_literal) rebuildIndex();
     return out;
 }
 

@@ -11,11 +11,11 @@
 
 using namespace Tarnby;
 
-namespace {
+namespace
+{
 
 // Applies the same steps to the indexed and the literal text and compares after each.
-struct Twin
-{
+struct Twin {
     explicit Twin(const QString &text) : fast(text), slow(text, true) {}
     bool contains(const QString &t)
     {
@@ -88,10 +88,12 @@ TEST(TokenText, AgreesWithLiteralReplacementOnRandomTexts)
 {
     QRandomGenerator rng(20240601);
     const QString alphabet = QStringLiteral("[[]]AB C");
-    const QStringList tokens = {QStringLiteral("[A]"), QStringLiteral("[B]"), QStringLiteral("[AB]"),
-                                QStringLiteral("[A B]"), QStringLiteral("[C]"), QStringLiteral("[]")};
-    const QStringList values = {QString(), QStringLiteral("A"), QStringLiteral("["), QStringLiteral("]"),
-                                QStringLiteral("[A]"), QStringLiteral("x y"), QStringLiteral("B]")};
+    const QStringList tokens = {QStringLiteral("[A]"),  QStringLiteral("[B]"),
+                                QStringLiteral("[AB]"), QStringLiteral("[A B]"),
+                                QStringLiteral("[C]"),  QStringLiteral("[]")};
+    const QStringList values = {QString(),           QStringLiteral("A"),   QStringLiteral("["),
+                                QStringLiteral("]"), QStringLiteral("[A]"), QStringLiteral("x y"),
+                                QStringLiteral("B]")};
     const QStringList prefixes = {QStringLiteral("[A"), QStringLiteral("[B"), QStringLiteral("[A "),
                                   QStringLiteral("[")};
     for (int round = 0; round < 3000; ++round) {
@@ -104,16 +106,14 @@ TEST(TokenText, AgreesWithLiteralReplacementOnRandomTexts)
             for (const QString &p : prefixes)
                 t.contains(p);
             const QString &token = tokens[rng.bounded(tokens.size())];
-            if (t.contains(token))
-                t.replace(token, values[rng.bounded(values.size())]);
+            if (t.contains(token)) t.replace(token, values[rng.bounded(values.size())]);
             if (rng.bounded(4) == 0) {
                 EXPECT_EQ(t.fast.between(QStringLiteral("[A"), QStringLiteral("]")),
                           t.slow.between(QStringLiteral("[A"), QStringLiteral("]")));
             }
         }
         t.check();
-        if (HasFatalFailure())
-            return;
+        if (HasFatalFailure()) return;
     }
 }
 
