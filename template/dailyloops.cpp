@@ -27,7 +27,8 @@ struct DailyRow {
     int half = 1;
     int day = 1;
     int row = 1;
-    QString dayName; // the label or title that [DAILY DAY] shows
+    QString dayName;      // the label or title that [DAILY DAY] shows
+    bool isLabel = false; // a fixed label stands in all forms, unabbreviated
 };
 
 QString indexed(const char *key, int index)
@@ -51,15 +52,19 @@ QString sunTime(const QString &key, bool ampm)
     return time.isEmpty() ? QStringLiteral("N/A") : FormatTime(time, !ampm, false, true);
 }
 
-void expandDayNames(TokenText &row, const QString &stem, const QString &name, const QString &behind)
+void expandDayNames(TokenText &row, const QString &stem, const DailyRow &r, const QString &behind)
 {
-    expandToken(row, tokenName(stem), [&] { return name + behind; });
+    const auto abbreviated = [&r, &behind](bool shortName, bool keepSecondWord) {
+        return (r.isLabel ? r.dayName : AbbreviateDayName(r.dayName, shortName, keepSecondWord)) +
+               behind;
+    };
+    expandToken(row, tokenName(stem), [&] { return r.dayName + behind; });
     expandToken(row, tokenName(stem, QStringLiteral("ABBREV")),
-                [&] { return AbbreviateDayName(name, false, false) + behind; });
+                [&] { return abbreviated(false, false); });
     expandToken(row, tokenName(stem, QStringLiteral("ABBREV DN")),
-                [&] { return AbbreviateDayName(name, false, true) + behind; });
+                [&] { return abbreviated(false, true); });
     expandToken(row, tokenName(stem, QStringLiteral("ABBREV SHORT")),
-                [&] { return AbbreviateDayName(name, true, false) + behind; });
+                [&] { return abbreviated(true, false); });
 }
 
 // A temperature of "Daily" (key + index, twin key + index + "C") dressed by its suffix.
@@ -107,7 +112,7 @@ void expandCommonTokens(TokenText &row, const DailyRow &r, bool withHalf)
     expandToken(row, QStringLiteral("[DAILY DATE DAY]"),
                 [&] { return dailyValue(indexed("date", r.day), true); });
     gated(row, u"[DAILY DAY",
-          [&] { expandDayNames(row, QStringLiteral("DAILY DAY"), r.dayName, QString()); });
+          [&] { expandDayNames(row, QStringLiteral("DAILY DAY"), r, QString()); });
     expandToken(row, QStringLiteral("[DAILY ID]"), [&] { return QString::number(r.row); });
     gated(row, u"[DAILY HI", [&] {
         expandDailyTemperatures(row, QStringLiteral("DAILY HI"),
@@ -166,19 +171,18 @@ void expandCommonTokens(TokenText &row, const DailyRow &r, bool withHalf)
 void expandDayOnlyTokens(TokenText &row, const DailyRow &r)
 {
     for (const auto &[word, half] : {std::pair{"DAY", 1}, std::pair{"NIGHT", 2}}) {
-        const DailyRow at{half, r.day, r.row, r.dayName};
+        const DailyRow at{half, r.day, r.row, {}, false};
         const QString part = QLatin1StringView(word);
         expandToken(row, tokenName(QStringLiteral("DAILY CONDITION"), part),
                     [&] { return dailyValue(halfKey("short-title", at)); });
         expandToken(row, tokenName(QStringLiteral("DAILY ICON"), part),
                     [&] { return IconPathOfCode(CacheValue(kDaily, halfKey("image", at))); });
     }
-    gated(row, u"[DAILY NIGHT", [&] {
-        expandDayNames(row, QStringLiteral("DAILY NIGHT"), r.dayName, QStringLiteral(" Night"));
-    });
+    gated(row, u"[DAILY NIGHT",
+          [&] { expandDayNames(row, QStringLiteral("DAILY NIGHT"), r, QStringLiteral(" Night")); });
     gated(row, u"[DAILY PRECIPITATION", [&] {
         for (const auto &[word, half] : {std::pair{"DAY", 1}, std::pair{"NIGHT", 2}}) {
-            const QString key = halfKey("pre", DailyRow{half, r.day, r.row, {}});
+            const QString key = halfKey("pre", DailyRow{half, r.day, r.row, {}, false});
             const QString part = QLatin1StringView(word);
             expandToken(row, tokenName(QStringLiteral("DAILY PRECIPITATION"), part),
                         [&] { return FormatChance(kDaily, key, true); });
@@ -189,10 +193,10 @@ void expandDayOnlyTokens(TokenText &row, const DailyRow &r)
         }
     });
     for (const auto &[word, half] : {std::pair{"DAY", 1}, std::pair{"NIGHT", 2}}) {
-        expandToken(row, tokenName(QStringLiteral("DAILY PREDICTION"), QLatin1StringView(word)),
-                    [&] {
-                        return dailyValue(halfKey("predictionC", DailyRow{half, r.day, r.row, {}}));
-                    });
+        expandToken(
+            row, tokenName(QStringLiteral("DAILY PREDICTION"), QLatin1StringView(word)), [&] {
+                return dailyValue(halfKey("predictionC", DailyRow{half, r.day, r.row, {}, false}));
+            });
     }
     const auto moonDate = [&r] {
         const std::optional<QDateTime> date = readDate(CacheValue(kDaily, indexed("date", r.day)));
@@ -207,7 +211,7 @@ void expandDayOnlyTokens(TokenText &row, const DailyRow &r)
                 [&] { return GetMoonPhaseName(moonDate()); });
 }
 
-// The fixed labels of the first rows of a daily sequence.
+// The fixed label of one of the first rows of a daily sequence, or none.
 QString sequenceLabel(const DailyRow &r, bool stale)
 {
     if (r.day == 1 && r.half == 1)
@@ -215,7 +219,7 @@ QString sequenceLabel(const DailyRow &r, bool stale)
     if (r.day == 1) return stale ? QStringLiteral("Tomorrow Tonight") : QStringLiteral("Tonight");
     if (r.day == 2 && !stale)
         return r.half == 1 ? QStringLiteral("Tomorrow") : QStringLiteral("Tomorrow Night");
-    return CacheValue(kDaily, halfKey("title", r));
+    return {};
 }
 
 // The forecast is a day behind when its first date's day of the month is below that of
@@ -238,10 +242,12 @@ bool sequenceRows(const QString &head, const QStringList &pieces, LoopOutput &ou
     const int cached = CacheCount(kDaily);
     const int count = std::min(HeadNumber(head, u"COUNT=").value_or(cached), cached);
     const bool stale = forecastIsStale();
-    DailyRow r{beginsAtNight() ? 2 : 1, 1, 1, {}};
+    DailyRow r{beginsAtNight() ? 2 : 1, 1, 1, {}, false};
     PieceCycle cycle(pieces);
     for (; r.row <= count; ++r.row) {
-        r.dayName = sequenceLabel(r, stale);
+        const QString label = sequenceLabel(r, stale);
+        r.isLabel = !label.isEmpty();
+        r.dayName = r.isLabel ? label : CacheValue(kDaily, halfKey("title", r));
         TokenText row(cycle.current());
         expandCommonTokens(row, r, true);
         if (!out.append(row.take())) return false;
@@ -272,7 +278,7 @@ bool dailyRows(const QString &head, const QStringList &pieces, LoopOutput &out)
         usable > 1 && beginsAtNight() && pieces.first().contains(QStringLiteral(" DAY]")) ? 1 : 0;
     for (int i = 1; i <= count; ++i) {
         const int day = i + start - 1;
-        const DailyRow r{1, day, day, CacheValue(kDaily, indexed("day", day))};
+        const DailyRow r{1, day, day, CacheValue(kDaily, indexed("day", day)), false};
         for (qsizetype p = i == 1 ? firstPiece : 0; p < usable; ++p) {
             if (!pieceWanted(pieces[p], day)) continue;
             TokenText row(pieces[p]);

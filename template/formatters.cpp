@@ -374,10 +374,13 @@ QString FormatChance(const QString &section, const QString &key, bool showPercen
 namespace
 {
 
-std::optional<double> levelNumber(const QString &section, const QString &key, const QString &value)
+// The number of a chance ("40%", "chance 40") or a cover ("40%").
+std::optional<double> levelNumber(const QString &section, const QString &key, const QString &value,
+                                  bool isChance)
 {
     QString text = value.isEmpty() ? CacheValue(section, key) : value;
-    text.remove(QStringLiteral("chance"), Qt::CaseInsensitive).remove(u'%');
+    if (isChance) text.remove(QStringLiteral("chance"), Qt::CaseInsensitive);
+    text.remove(u'%');
     text = text.trimmed();
     return isNumeric(text) ? readNumber(text) : std::nullopt;
 }
@@ -386,7 +389,7 @@ std::optional<double> levelNumber(const QString &section, const QString &key, co
 
 QString ChanceLevel(const QString &section, const QString &key, const QString &value)
 {
-    const double chance = levelNumber(section, key, value).value_or(0);
+    const double chance = levelNumber(section, key, value, true).value_or(0);
     if (chance >= 70) return QStringLiteral("3");
     if (chance >= 30) return QStringLiteral("2");
     return chance > 14 ? QStringLiteral("1") : QStringLiteral("0");
@@ -394,7 +397,7 @@ QString ChanceLevel(const QString &section, const QString &key, const QString &v
 
 QString CloudLevel(const QString &section, const QString &key, const QString &value)
 {
-    const double cover = levelNumber(section, key, value).value_or(0);
+    const double cover = levelNumber(section, key, value, false).value_or(0);
     if (cover >= 70) return QStringLiteral("2");
     return cover > 29 ? QStringLiteral("1") : QStringLiteral("0");
 }

@@ -93,7 +93,17 @@ QString TextBetween(const QString &text, QStringView opening, QStringView closin
     return end < 0 ? fallback : text.mid(from, end - from);
 }
 
-TokenText::TokenText(QString text, bool literal) : m_text(std::move(text)), m_literal(literal)
+namespace
+{
+bool s_referenceMode = false;
+} // namespace
+
+void TokenText::setReferenceMode(bool on)
+{
+    s_referenceMode = on;
+}
+
+TokenText::TokenText(QString text) : m_text(std::move(text)), m_literal(s_referenceMode)
 {
     if (!m_literal) rebuildIndex();
 }

@@ -29,9 +29,11 @@ QString TextBetween(const QString &text, QStringView opening, QStringView closin
 class TokenText
 {
 public:
-    // literal: work on the plain text with plain searches and replacements, the reference
-    // the indexed form must agree with.
-    explicit TokenText(QString text = QString(), bool literal = false);
+    explicit TokenText(QString text = QString());
+
+    // While on, texts made afterwards work on the plain text with plain searches and
+    // replacements: the reference that the indexed form must agree with (for tests).
+    static void setReferenceMode(bool on);
 
     // Whether the exact text occurs (case-sensitive). A token ("[NAME]") or a prefix of one
     // ("[NAME") is answered from the index; any other text makes the text whole first.

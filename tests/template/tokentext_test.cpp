@@ -16,7 +16,14 @@ namespace
 
 // Applies the same steps to the indexed and the literal text and compares after each.
 struct Twin {
-    explicit Twin(const QString &text) : fast(text), slow(text, true) {}
+    explicit Twin(const QString &text) : fast(text), slow(reference(text)) {}
+    static TokenText reference(const QString &text)
+    {
+        TokenText::setReferenceMode(true);
+        TokenText literal(text);
+        TokenText::setReferenceMode(false);
+        return literal;
+    }
     bool contains(const QString &t)
     {
         const bool a = fast.contains(t), b = slow.contains(t);
