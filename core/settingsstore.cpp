@@ -10,6 +10,14 @@
 
 namespace Tarnby {
 
+QList<std::pair<QString, QString>> SettingsBackend::values(const QString &section)
+{
+    QList<std::pair<QString, QString>> result;
+    for (const QString &key : keys(section))
+        result.append({key, value(section, key)});
+    return result;
+}
+
 namespace {
 
 // Values read from a profile file are cut here: the profile API reads into a buffer
@@ -125,6 +133,12 @@ QString GetPref(const QString &section, const QString &key, const QString &defau
     SettingsBackend *backend = SettingsStore::active();
     const QString value = backend ? backend->value(section, key) : QString();
     return value.isEmpty() ? defaultValue : value;
+}
+
+QList<std::pair<QString, QString>> GetPrefSection(const QString &section)
+{
+    SettingsBackend *backend = SettingsStore::active();
+    return backend ? backend->values(section) : QList<std::pair<QString, QString>>();
 }
 
 void SavePref(const QString &section, const QString &key, const QString &value)

@@ -94,7 +94,8 @@ bool SqliteSettings::openFile(const QString &file)
                        "OR substr(section, 1, length(?1) + 1) = ?1 || '\\' COLLATE NOCASE");
     m_keys = prepare("SELECT key FROM settings WHERE section = ?1");
     m_sections = prepare("SELECT DISTINCT section FROM settings ORDER BY section");
-    return m_get && m_set && m_remove && m_keys && m_sections;
+    m_values = prepare("SELECT key, value FROM settings WHERE section = ?1");
+    return m_get && m_set && m_remove && m_keys && m_sections && m_values;
 }
 
 bool SqliteSettings::isSound()
@@ -111,7 +112,7 @@ bool SqliteSettings::isSound()
 
 void SqliteSettings::closeDb()
 {
-    for (sqlite3_stmt **stmt : {&m_get, &m_set, &m_remove, &m_keys, &m_sections}) {
+    for (sqlite3_stmt **stmt : {&m_get, &m_set, &m_remove, &m_keys, &m_sections, &m_values}) {
         sqlite3_finalize(*stmt);
         *stmt = nullptr;
     }
@@ -171,6 +172,18 @@ QStringList SqliteSettings::keys(const QString &section)
     bindText(m_keys, 1, section);
     while (sqlite3_step(m_keys) == SQLITE_ROW)
         result << columnText(m_keys, 0);
+    return result;
+}
+
+QList<std::pair<QString, QString>> SqliteSettings::values(const QString &section)
+{
+    QList<std::pair<QString, QString>> result;
+    if (!m_db)
+        return result;
+    StatementReset reset{m_values};
+    bindText(m_values, 1, section);
+    while (sqlite3_step(m_values) == SQLITE_ROW)
+        result.append({columnText(m_values, 0), columnText(m_values, 1)});
     return result;
 }
 

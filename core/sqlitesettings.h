@@ -24,6 +24,7 @@ public:
     bool removeSection(const QString &section) override;
     QStringList keys(const QString &section) override;
     QStringList sections() override;
+    QList<std::pair<QString, QString>> values(const QString &section) override;
 
 private:
     bool openFile(const QString &file);
@@ -38,6 +39,7 @@ private:
     sqlite3_stmt *m_remove = nullptr;
     sqlite3_stmt *m_keys = nullptr;
     sqlite3_stmt *m_sections = nullptr;
+    sqlite3_stmt *m_values = nullptr;
 };
 
 } // namespace Tarnby
