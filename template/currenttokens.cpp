@@ -82,16 +82,27 @@ QString currentTemperature(const QString &key, const QString &suffix)
     return RoundedWhole(raw).value_or(QString());
 }
 
-void expandTemperatures(TokenText &text, const char *stem, const char *key,
-                        const Suffixes &suffixes)
+// One temperature family of "Current": the stem's tokens and its cached key.
+struct TemperatureFamily {
+    TokenFamily tokens;
+    QString key;
+};
+
+const TemperatureFamily kDew{{"DEW", kAllSuffixes}, QStringLiteral("dew-point")};
+const TemperatureFamily kDewHigh{{"DEW HIGH", kHighLowSuffixes}, QStringLiteral("dew-point-high")};
+const TemperatureFamily kDewLow{{"DEW LOW", kHighLowSuffixes}, QStringLiteral("dew-point-low")};
+const TemperatureFamily kFeels{{"FEELS", kFeelsSuffixes}, QStringLiteral("feels-like")};
+const TemperatureFamily kHumidex{{"HUMIDEX", kHumidexSuffixes}, QStringLiteral("humidex")};
+const TemperatureFamily kTemp{{"TEMP", kAllSuffixes}, QStringLiteral("temp")};
+const TemperatureFamily kTempRate{{"TEMP RATE", kRateSuffixes}, QStringLiteral("temp-rate")};
+const TemperatureFamily kTempHigh{{"TEMP HIGH", kTempHighLowSuffixes}, QStringLiteral("temp-high")};
+const TemperatureFamily kTempLow{{"TEMP LOW", kTempHighLowSuffixes}, QStringLiteral("temp-low")};
+const TemperatureFamily kWetBulb{{"WET BULB", kWetBulbSuffixes}, QStringLiteral("wet-bulb")};
+
+void expandTemperatures(TokenText &text, const TemperatureFamily &family)
 {
-    const QString name = QLatin1StringView(stem);
-    const QString cacheKey = QLatin1StringView(key);
-    for (const char *suffix : suffixes) {
-        const QString words = QLatin1StringView(suffix);
-        expandToken(text, tokenName(name, words),
-                    [&] { return currentTemperature(cacheKey, words); });
-    }
+    expandFamily(text, family.tokens,
+                 [&](const QString &suffix) { return currentTemperature(family.key, suffix); });
 }
 
 void expandBarometer(TokenText &text)
@@ -133,7 +144,7 @@ void expandHumidity(TokenText &text)
 
 void expandHumidex(TokenText &text)
 {
-    expandTemperatures(text, "HUMIDEX", "humidex", kHumidexSuffixes);
+    expandTemperatures(text, kHumidex);
     const auto raw = [] { return CacheValue(kCurrent, QStringLiteral("humidex")); };
     expandToken(text, QStringLiteral("[HUMIDEX]"), [&] {
         const QString value = ToCelsius(raw());
@@ -164,8 +175,7 @@ void expandSun(TokenText &text)
                 tokenName(QLatin1StringView(name), ampm ? QStringLiteral("AMPM") : QString());
             expandToken(text, token, [&] {
                 const QString time = CacheValue(QStringLiteral("Sun"), QLatin1StringView(key));
-                return time.isEmpty() ? QStringLiteral("N/A")
-                                      : FormatTime(time, !ampm, false, true);
+                return time.isEmpty() ? QStringLiteral("N/A") : TimeText(time, !ampm, false, true);
             });
         }
     }
@@ -254,13 +264,10 @@ void ExpandCurrentTokens(TokenText &text)
 {
     gated(text, u"[BAROMETER", [&] { expandBarometer(text); });
     expandToken(text, QStringLiteral("[CONDITION]"), CurrentCondition);
-    gated(text, u"[DEW", [&] { expandTemperatures(text, "DEW", "dew-point", kAllSuffixes); });
-    gated(text, u"[DEW HIGH",
-          [&] { expandTemperatures(text, "DEW HIGH", "dew-point-high", kHighLowSuffixes); });
-    gated(text, u"[DEW LOW",
-          [&] { expandTemperatures(text, "DEW LOW", "dew-point-low", kHighLowSuffixes); });
-    gated(text, u"[FEELS",
-          [&] { expandTemperatures(text, "FEELS", "feels-like", kFeelsSuffixes); });
+    gated(text, u"[DEW", [&] { expandTemperatures(text, kDew); });
+    gated(text, u"[DEW HIGH", [&] { expandTemperatures(text, kDewHigh); });
+    gated(text, u"[DEW LOW", [&] { expandTemperatures(text, kDewLow); });
+    gated(text, u"[FEELS", [&] { expandTemperatures(text, kFeels); });
     expandGraphs(text);
     gated(text, u"[HUMIDITY", [&] { expandHumidity(text); });
     gated(text, u"[HUMIDEX", [&] { expandHumidex(text); });
@@ -271,13 +278,11 @@ void ExpandCurrentTokens(TokenText &text)
     gated(text, u"[SUN", [&] { expandSun(text); });
     gated(text, u"[RAIN", [&] { expandRain(text); });
     gated(text, u"[TEMP", [&] {
-        expandTemperatures(text, "TEMP", "temp", kAllSuffixes);
-        expandTemperatures(text, "TEMP RATE", "temp-rate", kRateSuffixes);
+        expandTemperatures(text, kTemp);
+        expandTemperatures(text, kTempRate);
     });
-    gated(text, u"[TEMP HIGH",
-          [&] { expandTemperatures(text, "TEMP HIGH", "temp-high", kTempHighLowSuffixes); });
-    gated(text, u"[TEMP LOW",
-          [&] { expandTemperatures(text, "TEMP LOW", "temp-low", kTempHighLowSuffixes); });
+    gated(text, u"[TEMP HIGH", [&] { expandTemperatures(text, kTempHigh); });
+    gated(text, u"[TEMP LOW", [&] { expandTemperatures(text, kTempLow); });
     gated(text, u"[UV", [&] {
         expandToken(text, QStringLiteral("[UV]"), [] { return FormatUv(false); });
         expandToken(text, QStringLiteral("[UV DESCRIPTION]"), [] { return FormatUv(true); });
@@ -290,8 +295,7 @@ void ExpandCurrentTokens(TokenText &text)
                     [&] { return FormatVisibility(key, false); });
     });
     gated(text, u"[WIND", [&] { expandWind(text); });
-    gated(text, u"[WET BULB",
-          [&] { expandTemperatures(text, "WET BULB", "wet-bulb", kWetBulbSuffixes); });
+    gated(text, u"[WET BULB", [&] { expandTemperatures(text, kWetBulb); });
 }
 
 QString ExpandCurrentTokens(QString text)

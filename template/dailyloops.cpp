@@ -49,43 +49,47 @@ QString dailyValue(const QString &key, bool afterBlank = false)
 QString sunTime(const QString &key, bool ampm)
 {
     const QString time = CacheValue(QStringLiteral("Sun"), key);
-    return time.isEmpty() ? QStringLiteral("N/A") : FormatTime(time, !ampm, false, true);
+    return time.isEmpty() ? QStringLiteral("N/A") : TimeText(time, !ampm, false, true);
 }
 
-void expandDayNames(TokenText &row, const QString &stem, const DailyRow &r, const QString &behind)
+const TokenFamily kDayNames("DAILY DAY", {"", "ABBREV", "ABBREV DN", "ABBREV SHORT"});
+const TokenFamily kNightNames("DAILY NIGHT", {"", "ABBREV", "ABBREV DN", "ABBREV SHORT"});
+const TokenFamily kHigh("DAILY HI", {"", "PARENS", "PLAIN", "RETURN", "RETURN DEGREE",
+                                     "SINGLE PLAIN", "SINGLE PLAIN WHOLE"});
+const TokenFamily kLowNight("DAILY LO NIGHT", {"", "PLAIN", "RETURN", "RETURN DEGREE", "PARENS",
+                                               "SINGLE PLAIN", "SINGLE PLAIN WHOLE"});
+const TokenFamily kLow("DAILY LO",
+                       {"", "PLAIN", "RETURN", "PARENS", "SINGLE PLAIN", "SINGLE PLAIN WHOLE"});
+const TokenFamily kTemp("DAILY TEMP", {"", "DEGREE", "PARENS", "PLAIN", "RETURN", "SINGLE PLAIN"});
+const TokenFamily kSunTimes("DAILY", {"DAWN", "DAWN AMPM", "DUSK", "DUSK AMPM", "SUNRISE",
+                                      "SUNRISE AMPM", "SUNSET", "SUNSET AMPM"});
+
+void expandDayNames(TokenText &row, const TokenFamily &family, const DailyRow &r,
+                    const QString &behind)
 {
-    const auto abbreviated = [&r, &behind](bool shortName, bool keepSecondWord) {
-        return (r.isLabel ? r.dayName : AbbreviateDayName(r.dayName, shortName, keepSecondWord)) +
+    expandFamily(row, family, [&](const QString &suffix) {
+        if (suffix.isEmpty() || r.isLabel) return r.dayName + behind;
+        return AbbreviateDayName(r.dayName, suffix.endsWith(u"SHORT"), suffix.endsWith(u"DN")) +
                behind;
-    };
-    expandToken(row, tokenName(stem), [&] { return r.dayName + behind; });
-    expandToken(row, tokenName(stem, QStringLiteral("ABBREV")),
-                [&] { return abbreviated(false, false); });
-    expandToken(row, tokenName(stem, QStringLiteral("ABBREV DN")),
-                [&] { return abbreviated(false, true); });
-    expandToken(row, tokenName(stem, QStringLiteral("ABBREV SHORT")),
-                [&] { return abbreviated(true, false); });
+    });
 }
 
 // A temperature of "Daily" (key + index, twin key + index + "C") dressed by its suffix.
-template <class KeyFn>
-void expandDailyTemperatures(TokenText &row, const QString &stem, SuffixList suffixes, KeyFn key)
+void expandDailyTemperatures(TokenText &row, const TokenFamily &family, const QString &key)
 {
-    expandFamily(row, stem, suffixes, [&](const QString &suffix) {
-        return FormatTemperature(kDaily, key(), TemperatureDress::fromSuffix(suffix));
+    expandFamily(row, family, [&](const QString &suffix) {
+        return FormatTemperature(kDaily, key, TemperatureDress::fromSuffix(suffix));
     });
 }
 
 void expandSunTimes(TokenText &row, int index)
 {
-    for (const char *name : {"DAWN", "DUSK", "SUNRISE", "SUNSET"}) {
-        const QString stem = QStringLiteral("DAILY ") + QLatin1StringView(name);
-        const QString key = QLatin1StringView(name).toString().toLower() + QStringLiteral("-time") +
-                            QString::number(index);
-        expandToken(row, tokenName(stem), [&] { return sunTime(key, false); });
-        expandToken(row, tokenName(stem, QStringLiteral("AMPM")),
-                    [&] { return sunTime(key, true); });
-    }
+    // "SUNRISE AMPM": the key "sunrise-time<index>", with the AM/PM letters kept.
+    expandFamily(row, kSunTimes, [&](const QString &suffix) {
+        const QString name = suffix.section(u' ', 0, 0).toLower();
+        return sunTime(name + QStringLiteral("-time") + QString::number(index),
+                       suffix.endsWith(u"AMPM"));
+    });
     const auto at = [index](const char *key) { return sunTime(indexed(key, index), true); };
     expandToken(row, QStringLiteral("[DAILY SUNRISEDAWN AMPM]"), [&] {
         return at("dawn-time") +
@@ -111,32 +115,15 @@ void expandCommonTokens(TokenText &row, const DailyRow &r, bool withHalf)
                 [&] { return dailyValue(indexed("date", r.day)); });
     expandToken(row, QStringLiteral("[DAILY DATE DAY]"),
                 [&] { return dailyValue(indexed("date", r.day), true); });
-    gated(row, u"[DAILY DAY",
-          [&] { expandDayNames(row, QStringLiteral("DAILY DAY"), r, QString()); });
+    gated(row, u"[DAILY DAY", [&] { expandDayNames(row, kDayNames, r, QString()); });
     expandToken(row, QStringLiteral("[DAILY ID]"), [&] { return QString::number(r.row); });
-    gated(row, u"[DAILY HI", [&] {
-        expandDailyTemperatures(row, QStringLiteral("DAILY HI"),
-                                {"", "PARENS", "PLAIN", "RETURN", "RETURN DEGREE", "SINGLE PLAIN",
-                                 "SINGLE PLAIN WHOLE"},
-                                [&] { return indexed("high", r.row); });
-    });
-    gated(row, u"[DAILY LO NIGHT", [&] {
-        expandDailyTemperatures(row, QStringLiteral("DAILY LO NIGHT"),
-                                {"", "PLAIN", "RETURN", "RETURN DEGREE", "PARENS", "SINGLE PLAIN",
-                                 "SINGLE PLAIN WHOLE"},
-                                [&] { return indexed("lown", r.row); });
-    });
-    gated(row, u"[DAILY LO", [&] {
-        expandDailyTemperatures(
-            row, QStringLiteral("DAILY LO"),
-            {"", "PLAIN", "RETURN", "PARENS", "SINGLE PLAIN", "SINGLE PLAIN WHOLE"},
-            [&] { return indexed("low", r.row); });
-    });
+    gated(row, u"[DAILY HI", [&] { expandDailyTemperatures(row, kHigh, indexed("high", r.row)); });
+    gated(row, u"[DAILY LO NIGHT",
+          [&] { expandDailyTemperatures(row, kLowNight, indexed("lown", r.row)); });
+    gated(row, u"[DAILY LO", [&] { expandDailyTemperatures(row, kLow, indexed("low", r.row)); });
     if (withHalf) {
         gated(row, u"[DAILY TEMP", [&] {
-            expandDailyTemperatures(row, QStringLiteral("DAILY TEMP"),
-                                    {"", "DEGREE", "PARENS", "PLAIN", "RETURN", "SINGLE PLAIN"},
-                                    [&] { return indexed(r.half == 1 ? "high" : "low", r.day); });
+            expandDailyTemperatures(row, kTemp, indexed(r.half == 1 ? "high" : "low", r.day));
             expandToken(row, QStringLiteral("[DAILY TEMP LABEL]"), [&] {
                 return r.half == 1 ? QStringLiteral("High") : QStringLiteral("Low");
             });
@@ -170,34 +157,32 @@ void expandCommonTokens(TokenText &row, const DailyRow &r, bool withHalf)
 
 void expandDayOnlyTokens(TokenText &row, const DailyRow &r)
 {
-    for (const auto &[word, half] : {std::pair{"DAY", 1}, std::pair{"NIGHT", 2}}) {
-        const DailyRow at{half, r.day, r.row, {}, false};
-        const QString part = QLatin1StringView(word);
-        expandToken(row, tokenName(QStringLiteral("DAILY CONDITION"), part),
-                    [&] { return dailyValue(halfKey("short-title", at)); });
-        expandToken(row, tokenName(QStringLiteral("DAILY ICON"), part),
-                    [&] { return IconPathOfCode(CacheValue(kDaily, halfKey("image", at))); });
-    }
+    const DailyRow day{1, r.day, r.row, {}, false}, night{2, r.day, r.row, {}, false};
+    expandToken(row, QStringLiteral("[DAILY CONDITION DAY]"),
+                [&] { return dailyValue(halfKey("short-title", day)); });
+    expandToken(row, QStringLiteral("[DAILY CONDITION NIGHT]"),
+                [&] { return dailyValue(halfKey("short-title", night)); });
+    expandToken(row, QStringLiteral("[DAILY ICON DAY]"),
+                [&] { return IconPathOfCode(CacheValue(kDaily, halfKey("image", day))); });
+    expandToken(row, QStringLiteral("[DAILY ICON NIGHT]"),
+                [&] { return IconPathOfCode(CacheValue(kDaily, halfKey("image", night))); });
     gated(row, u"[DAILY NIGHT",
-          [&] { expandDayNames(row, QStringLiteral("DAILY NIGHT"), r, QStringLiteral(" Night")); });
+          [&] { expandDayNames(row, kNightNames, r, QStringLiteral(" Night")); });
     gated(row, u"[DAILY PRECIPITATION", [&] {
-        for (const auto &[word, half] : {std::pair{"DAY", 1}, std::pair{"NIGHT", 2}}) {
-            const QString key = halfKey("pre", DailyRow{half, r.day, r.row, {}, false});
-            const QString part = QLatin1StringView(word);
-            expandToken(row, tokenName(QStringLiteral("DAILY PRECIPITATION"), part),
-                        [&] { return FormatChance(kDaily, key, true); });
-            expandToken(
-                row,
-                tokenName(QStringLiteral("DAILY PRECIPITATION"), part + QStringLiteral(" LIKELY")),
-                [&] { return ChanceLevel(kDaily, key); });
-        }
+        const QString dayKey = halfKey("pre", day), nightKey = halfKey("pre", night);
+        expandToken(row, QStringLiteral("[DAILY PRECIPITATION DAY]"),
+                    [&] { return FormatChance(kDaily, dayKey, true); });
+        expandToken(row, QStringLiteral("[DAILY PRECIPITATION DAY LIKELY]"),
+                    [&] { return ChanceLevel(kDaily, dayKey); });
+        expandToken(row, QStringLiteral("[DAILY PRECIPITATION NIGHT]"),
+                    [&] { return FormatChance(kDaily, nightKey, true); });
+        expandToken(row, QStringLiteral("[DAILY PRECIPITATION NIGHT LIKELY]"),
+                    [&] { return ChanceLevel(kDaily, nightKey); });
     });
-    for (const auto &[word, half] : {std::pair{"DAY", 1}, std::pair{"NIGHT", 2}}) {
-        expandToken(
-            row, tokenName(QStringLiteral("DAILY PREDICTION"), QLatin1StringView(word)), [&] {
-                return dailyValue(halfKey("predictionC", DailyRow{half, r.day, r.row, {}, false}));
-            });
-    }
+    expandToken(row, QStringLiteral("[DAILY PREDICTION DAY]"),
+                [&] { return dailyValue(halfKey("predictionC", day)); });
+    expandToken(row, QStringLiteral("[DAILY PREDICTION NIGHT]"),
+                [&] { return dailyValue(halfKey("predictionC", night)); });
     const auto moonDate = [&r] {
         const std::optional<QDateTime> date = readDate(CacheValue(kDaily, indexed("date", r.day)));
         return date ? date->date() : QDate();
@@ -248,7 +233,7 @@ bool sequenceRows(const QString &head, const QStringList &pieces, LoopOutput &ou
         const QString label = sequenceLabel(r, stale);
         r.isLabel = !label.isEmpty();
         r.dayName = r.isLabel ? label : CacheValue(kDaily, halfKey("title", r));
-        TokenText row(cycle.current());
+        TokenText row = cycle.current();
         expandCommonTokens(row, r, true);
         if (!out.append(row.take())) return false;
         cycle.advance();
@@ -276,12 +261,13 @@ bool dailyRows(const QString &head, const QStringList &pieces, LoopOutput &out)
     // A forecast that begins at night starts with the second piece, when the first is a day row.
     const qsizetype firstPiece =
         usable > 1 && beginsAtNight() && pieces.first().contains(QStringLiteral(" DAY]")) ? 1 : 0;
+    const QList<TokenText> prototypes = PiecePrototypes(pieces);
     for (int i = 1; i <= count; ++i) {
         const int day = i + start - 1;
         const DailyRow r{1, day, day, CacheValue(kDaily, indexed("day", day)), false};
         for (qsizetype p = i == 1 ? firstPiece : 0; p < usable; ++p) {
             if (!pieceWanted(pieces[p], day)) continue;
-            TokenText row(pieces[p]);
+            TokenText row = prototypes[p];
             expandCommonTokens(row, r, false);
             expandDayOnlyTokens(row, r);
             if (!out.append(row.take())) return false;

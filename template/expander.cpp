@@ -12,12 +12,10 @@ namespace Tarnby
 namespace
 {
 
-QString withEntities(QString text)
+QString withEntities(const QString &text)
 {
-    text.replace(QChar(0xB0), QStringLiteral("&deg;"));
-    text.replace(QStringLiteral("&ndash;"),
-                 QStringLiteral("<SPAN STYLE='color:#BBBBBB;'>&ndash;</SPAN>"));
-    return text;
+    return ReplaceAll(ReplaceAll(text, u"\u00B0", u"&deg;"), u"&ndash;",
+                      u"<SPAN STYLE='color:#BBBBBB;'>&ndash;</SPAN>");
 }
 
 } // namespace

@@ -23,13 +23,15 @@ const QChar kDegree(0xB0);
 
 bool conversionFlag(const char *key)
 {
-    return GetPref(QStringLiteral("Conversion"), QLatin1StringView(key)) == u"True";
+    return SettingValue(QStringLiteral("Conversion"), QString::fromLatin1(key)) == u"True";
 }
 
 bool hasWord(QStringView suffix, QStringView word)
 {
-    for (const QStringView part : suffix.split(u' ', Qt::SkipEmptyParts)) {
-        if (part == word) return true;
+    for (qsizetype at = suffix.indexOf(word); at >= 0; at = suffix.indexOf(word, at + 1)) {
+        const qsizetype end = at + word.size();
+        if ((at == 0 || suffix[at - 1] == u' ') && (end == suffix.size() || suffix[end] == u' '))
+            return true;
     }
     return false;
 }

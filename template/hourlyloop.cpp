@@ -19,10 +19,17 @@ namespace
 
 const QString kHourly = QStringLiteral("Hourly");
 
-void expandTemperatures(TokenText &row, const QString &stem, const QString &key,
-                        SuffixList suffixes)
+const TokenFamily kDew("HOURLY DEW",
+                       {"", "RETURN", "RETURN DEGREE", "RETURN DEGREE ROUND", "PARENS"});
+const TokenFamily kFeels("HOURLY FEELS", {"", "PLAIN", "RETURN", "RETURN DEGREE",
+                                          "RETURN DEGREE ROUND", "PARENS", "COLOR"});
+const TokenFamily kTemp("HOURLY TEMP", {"", "PLAIN", "SINGLE PLAIN", "SINGLE PLAIN WHOLE", "RETURN",
+                                        "RETURN DEGREE", "RETURN DEGREE ROUND", "PARENS", "COLOR"});
+const TokenFamily kWind("HOURLY WIND", {"FULL", "", "ROUND", "PLAIN", "NO DIRECTION", "NO GUST"});
+
+void expandTemperatures(TokenText &row, const TokenFamily &family, const QString &key)
 {
-    expandFamily(row, stem, suffixes, [&](const QString &suffix) {
+    expandFamily(row, family, [&](const QString &suffix) {
         if (suffix == u"COLOR") return TemperatureColour(CacheValue(kHourly, key));
         return FormatTemperature(kHourly, key, TemperatureDress::fromSuffix(suffix));
     });
@@ -44,20 +51,12 @@ void expandHourRow(TokenText &row, int hour)
                 [&] { return AbbreviateDayName(value("day"), false, false); });
     expandToken(row, QStringLiteral("[HOURLY DN]"),
                 [&] { return DayOrNight(CacheValue(kHourly, key("weather-icon"))); });
-    gated(row, u"[HOURLY DEW", [&] {
-        expandTemperatures(row, QStringLiteral("HOURLY DEW"), key("dew-point"),
-                           {"", "RETURN", "RETURN DEGREE", "RETURN DEGREE ROUND", "PARENS"});
-    });
-    gated(row, u"[HOURLY FEELS", [&] {
-        expandTemperatures(
-            row, QStringLiteral("HOURLY FEELS"), key("feels-like"),
-            {"", "PLAIN", "RETURN", "RETURN DEGREE", "RETURN DEGREE ROUND", "PARENS", "COLOR"});
-    });
+    gated(row, u"[HOURLY DEW", [&] { expandTemperatures(row, kDew, key("dew-point")); });
+    gated(row, u"[HOURLY FEELS", [&] { expandTemperatures(row, kFeels, key("feels-like")); });
     expandToken(row, QStringLiteral("[HOURLY HOUR]"),
-                [&] { return FormatTime(value("hour"), false, true, false, true); });
-    expandToken(row, QStringLiteral("[HOURLY HOUR NO MINUTES]"), [&] {
-        return FormatTime(value("hour"), false, true).remove(QStringLiteral(":00"));
-    });
+                [&] { return TimeText(value("hour"), false, true, false, true); });
+    expandToken(row, QStringLiteral("[HOURLY HOUR NO MINUTES]"),
+                [&] { return TimeText(value("hour"), false, true).remove(QStringLiteral(":00")); });
     expandToken(row, QStringLiteral("[HOURLY HUMIDITY]"),
                 [&] { return FormatPercent(kHourly, key("humidity"), true); });
     expandToken(row, QStringLiteral("[HOURLY ICON]"),
@@ -80,17 +79,11 @@ void expandHourRow(TokenText &row, int hour)
         expandToken(row, QStringLiteral("[HOURLY HUMIDEX COLOR]"),
                     [&] { return HumidexColour(raw()); });
     });
-    gated(row, u"[HOURLY TEMP", [&] {
-        expandTemperatures(row, QStringLiteral("HOURLY TEMP"), key("temperature"),
-                           {"", "PLAIN", "SINGLE PLAIN", "SINGLE PLAIN WHOLE", "RETURN",
-                            "RETURN DEGREE", "RETURN DEGREE ROUND", "PARENS", "COLOR"});
-    });
+    gated(row, u"[HOURLY TEMP", [&] { expandTemperatures(row, kTemp, key("temperature")); });
     gated(row, u"[HOURLY WIND", [&] {
-        expandFamily(row, QStringLiteral("HOURLY WIND"),
-                     {"FULL", "", "ROUND", "PLAIN", "NO DIRECTION", "NO GUST"},
-                     [&](const QString &suffix) {
-                         return FormatWind(kHourly, index, WindDress::fromSuffix(suffix));
-                     });
+        expandFamily(row, kWind, [&](const QString &suffix) {
+            return FormatWind(kHourly, index, WindDress::fromSuffix(suffix));
+        });
         expandToken(row, QStringLiteral("[HOURLY WIND DIRECTION]"), [&] {
             return FormatCompass(kHourly, key("wind-direction"), false, true, false);
         });
@@ -106,7 +99,7 @@ bool hourRows(const QString &head, const QStringList &pieces, LoopOutput &out)
     const int start = HeadNumber(head, u"START=").value_or(1);
     PieceCycle cycle(pieces);
     for (int i = 1; i <= count; ++i) {
-        TokenText row(cycle.current());
+        TokenText row = cycle.current();
         expandHourRow(row, i + start - 1);
         if (!out.append(row.take())) return false;
         cycle.advance();

@@ -10,6 +10,9 @@
 // the text as it stands. Output that would grow the text beyond kMaxExpandedText (a
 // template whose bodies hold further heads multiplies itself) ends the loop the same way.
 
+#include "template/tokentext.h"
+
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -21,6 +24,7 @@ namespace Tarnby
 
 inline constexpr qsizetype kMaxExpandedText = 16 * 1024 * 1024;
 
+// Every field begins with "[".
 struct LoopKind {
     QString gate;    // "[DAILY "
     QString head;    // "[DAILY LOOP "
@@ -65,17 +69,21 @@ std::optional<int> HeadNumber(const QString &headText, QStringView name);
 // the one, else 5.
 int PeriodHeadCount(const QString &headText);
 
+// The pieces as working texts, indexed once: each row works on a copy.
+QList<TokenText> PiecePrototypes(const QStringList &pieces);
+
 // Steps through the pieces of a sequence loop, one a row: past the second-to-last entry
 // (the last being the empty one) it returns to the first; a single entry repeats.
 class PieceCycle
 {
 public:
-    explicit PieceCycle(const QStringList &pieces) : m_pieces(pieces) {}
-    const QString &current() const { return m_pieces.at(m_index); }
+    explicit PieceCycle(const QStringList &pieces) : m_pieces(PiecePrototypes(pieces)) {}
+    // A fresh copy of the current piece.
+    TokenText current() const { return m_pieces.at(m_index); }
     void advance();
 
 private:
-    const QStringList &m_pieces;
+    QList<TokenText> m_pieces;
     qsizetype m_index = 0;
 };
 

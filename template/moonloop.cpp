@@ -35,7 +35,7 @@ void expandMoonRow(TokenText &row, const QDateTime &date)
     expandToken(row, QStringLiteral("[MOON DAY ABBREV SHORT]"),
                 [&] { return AbbreviateDayName(weekday, true, false); });
     expandToken(row, QStringLiteral("[MOON ICON]"),
-                [&] { return MoonIconPath(GetMoonPhaseImage(date.date()), false); });
+                [&] { return MoonIconOf(GetMoonPhaseImage(date.date())); });
     expandToken(row, QStringLiteral("[MOON ILLUMINATION]"), [&] {
         const std::optional<float> lit = GetMoonIllumination(date.date());
         const std::optional<qint16> whole = lit ? roundToInt16(*lit) : std::nullopt;
@@ -54,7 +54,7 @@ bool moonRows(const QString &head, const QStringList &pieces, LoopOutput &out)
     for (int i = 1; i <= count; ++i) {
         const QDateTime date =
             base ? wallClock(base->date().addDays(i + start - 2), QTime(18, 0)) : QDateTime();
-        TokenText row(cycle.current());
+        TokenText row = cycle.current();
         expandMoonRow(row, date);
         if (!out.append(row.take())) return false;
         cycle.advance();

@@ -4,7 +4,10 @@
 
 #include "template/tokentext.h"
 
+#include <QList>
 #include <QString>
+
+#include <initializer_list>
 
 namespace Tarnby
 {
@@ -40,7 +43,38 @@ inline QString TrimBlanks(const QString &text)
 // "[" + name + "]" or "[" + name + " " + suffix + "]".
 inline QString tokenName(const QString &name, const QString &suffix = QString())
 {
-    return suffix.isEmpty() ? u'[' + name + u']' : u'[' + name + u' ' + suffix + u']';
+    if (suffix.isEmpty()) return QString(u'[' + name + u']');
+    return QString(u'[' + name + u' ' + suffix + u']');
+}
+
+// The tokens of one stem with a list of suffixes ("[TEMP]", "[TEMP ROUND]", ...), made
+// once: a family is declared as a constant and tried for every row.
+class TokenFamily
+{
+public:
+    struct Member {
+        QString token;
+        QString suffix;
+    };
+    TokenFamily(const char *stem, std::initializer_list<const char *> suffixes)
+    {
+        for (const char *suffix : suffixes) {
+            const QString words = QString::fromLatin1(suffix);
+            m_members.append({tokenName(QString::fromLatin1(stem), words), words});
+        }
+    }
+    const QList<Member> &members() const { return m_members; }
+
+private:
+    QList<Member> m_members;
+};
+
+// Every member of the family that occurs, with value(suffix) as its value.
+template <class ValueFn>
+void expandFamily(TokenText &text, const TokenFamily &family, ValueFn value)
+{
+    for (const TokenFamily::Member &member : family.members())
+        expandToken(text, member.token, [&] { return value(member.suffix); });
 }
 
 } // namespace Tarnby

@@ -23,46 +23,58 @@ const QString kDash = QStringLiteral("&ndash;");
 const QString kLongDash =
     QStringLiteral("&ndash;&ndash;<IMG CLASS='Placeholder' STYLE='width:2px;'>");
 
-const SuffixList kLowHighSuffixes{"",
-                                  "DEGREE",
-                                  "PLAIN",
-                                  "PLAIN SINGLE",
-                                  "PLAIN ROUND",
-                                  "PLAIN ROUND SINGLE",
-                                  "PLAIN NOT CONVERTED",
-                                  "RETURN",
-                                  "PARENS"};
-const SuffixList kTempLowHighSuffixes{"",
-                                      "DEGREE",
-                                      "PLAIN",
-                                      "PLAIN SINGLE",
-                                      "PLAIN ROUND",
-                                      "PLAIN ROUND SINGLE",
-                                      "PLAIN NOT CONVERTED",
-                                      "RETURN",
-                                      "PARENS",
-                                      "COLOR"};
-const SuffixList kTempSpanSuffixes{"",
-                                   "DEGREE",
-                                   "DEGREE LONGDASH",
-                                   "PLAIN",
-                                   "PLAIN SINGLE",
-                                   "PLAIN ROUND",
-                                   "PLAIN ROUND SINGLE",
-                                   "PLAIN NOT CONVERTED",
-                                   "RETURN",
-                                   "PARENS",
-                                   "COLOR 1",
-                                   "COLOR 2"};
-const SuffixList kFeelsSpanSuffixes{"",
-                                    "DEGREE",
-                                    "PLAIN",
-                                    "PLAIN SINGLE",
-                                    "PLAIN ROUND",
-                                    "PLAIN ROUND SINGLE",
-                                    "PLAIN NOT CONVERTED",
-                                    "RETURN",
-                                    "PARENS"};
+const std::initializer_list<const char *> kLowHighSuffixes{"",
+                                                           "DEGREE",
+                                                           "PLAIN",
+                                                           "PLAIN SINGLE",
+                                                           "PLAIN ROUND",
+                                                           "PLAIN ROUND SINGLE",
+                                                           "PLAIN NOT CONVERTED",
+                                                           "RETURN",
+                                                           "PARENS"};
+const std::initializer_list<const char *> kTempLowHighSuffixes{"",
+                                                               "DEGREE",
+                                                               "PLAIN",
+                                                               "PLAIN SINGLE",
+                                                               "PLAIN ROUND",
+                                                               "PLAIN ROUND SINGLE",
+                                                               "PLAIN NOT CONVERTED",
+                                                               "RETURN",
+                                                               "PARENS",
+                                                               "COLOR"};
+const std::initializer_list<const char *> kTempSpanSuffixes{"",
+                                                            "DEGREE",
+                                                            "DEGREE LONGDASH",
+                                                            "PLAIN",
+                                                            "PLAIN SINGLE",
+                                                            "PLAIN ROUND",
+                                                            "PLAIN ROUND SINGLE",
+                                                            "PLAIN NOT CONVERTED",
+                                                            "RETURN",
+                                                            "PARENS",
+                                                            "COLOR 1",
+                                                            "COLOR 2"};
+const std::initializer_list<const char *> kFeelsSpanSuffixes{"",
+                                                             "DEGREE",
+                                                             "PLAIN",
+                                                             "PLAIN SINGLE",
+                                                             "PLAIN ROUND",
+                                                             "PLAIN ROUND SINGLE",
+                                                             "PLAIN NOT CONVERTED",
+                                                             "RETURN",
+                                                             "PARENS"};
+
+const TokenFamily kTempLow("PERIOD TEMP LOW", kTempLowHighSuffixes);
+const TokenFamily kTempHigh("PERIOD TEMP HIGH", kTempLowHighSuffixes);
+const TokenFamily kOrderedSpan("PERIOD ORDERED TEMP SPAN", kTempSpanSuffixes);
+const TokenFamily kTempSpan("PERIOD TEMP SPAN", kTempSpanSuffixes);
+const TokenFamily kFeelsLow("PERIOD FEELS LOW", kLowHighSuffixes);
+const TokenFamily kFeelsHigh("PERIOD FEELS HIGH", kLowHighSuffixes);
+const TokenFamily kFeelsSpan("PERIOD FEELS SPAN", kFeelsSpanSuffixes);
+const TokenFamily kDewSpan("PERIOD DEW SPAN", {"", "DEGREE"});
+const TokenFamily kHumidexHigh("PERIOD HUMIDEX HIGH", {"", "DEGREE", "COLOR"});
+const TokenFamily kHumidexLow("PERIOD HUMIDEX LOW", {"", "DEGREE", "COLOR"});
+const TokenFamily kWind("PERIOD WIND", {"", "PLAIN"});
 
 // What the hours of one period have in common, computed once a row. Numbers are whole,
 // as text, in the cache's units.
@@ -134,53 +146,48 @@ void expandTemperatures(TokenText &row, const PeriodRecord &p)
 {
     gated(row, u"[PERIOD TEMP ", [&] {
         gated(row, u"[PERIOD TEMP LOW", [&] {
-            expandFamily(row, QStringLiteral("PERIOD TEMP LOW"), kTempLowHighSuffixes,
+            expandFamily(row, kTempLow,
                          [&](const QString &s) { return GivenTemperature(p.tempMin, s); });
         });
-        expandFamily(row, QStringLiteral("PERIOD TEMP HIGH"), kTempLowHighSuffixes,
+        expandFamily(row, kTempHigh,
                      [&](const QString &s) { return GivenTemperature(p.tempMax, s); });
     });
     gated(row, u"[PERIOD ORDERED TEMP SPAN ", [&] {
         const bool falling = p.tempOrder == u"HighToLow";
-        expandFamily(row, QStringLiteral("PERIOD ORDERED TEMP SPAN"), kTempSpanSuffixes,
-                     [&](const QString &s) {
-                         return falling ? temperatureSpan(p.tempMax, p.tempMin, s)
-                                        : temperatureSpan(p.tempMin, p.tempMax, s);
-                     });
+        expandFamily(row, kOrderedSpan, [&](const QString &s) {
+            return falling ? temperatureSpan(p.tempMax, p.tempMin, s)
+                           : temperatureSpan(p.tempMin, p.tempMax, s);
+        });
     });
     gated(row, u"[PERIOD TEMP ", [&] {
-        expandFamily(row, QStringLiteral("PERIOD TEMP SPAN"), kTempSpanSuffixes,
+        expandFamily(row, kTempSpan,
                      [&](const QString &s) { return temperatureSpan(p.tempMin, p.tempMax, s); });
     });
     gated(row, u"[PERIOD FEELS ", [&] {
-        expandFamily(row, QStringLiteral("PERIOD FEELS LOW"), kLowHighSuffixes,
+        expandFamily(row, kFeelsLow,
                      [&](const QString &s) { return GivenTemperature(p.feelsMin, s); });
-        expandFamily(row, QStringLiteral("PERIOD FEELS HIGH"), kLowHighSuffixes,
+        expandFamily(row, kFeelsHigh,
                      [&](const QString &s) { return GivenTemperature(p.feelsMax, s); });
-        expandFamily(row, QStringLiteral("PERIOD FEELS SPAN"), kFeelsSpanSuffixes,
+        expandFamily(row, kFeelsSpan,
                      [&](const QString &s) { return temperatureSpan(p.feelsMin, p.feelsMax, s); });
     });
     gated(row, u"[PERIOD DEW ", [&] {
-        expandFamily(row, QStringLiteral("PERIOD DEW SPAN"), {"", "DEGREE"},
+        expandFamily(row, kDewSpan,
                      [&](const QString &s) { return temperatureSpan(p.dewMin, p.dewMax, s); });
     });
 }
 
 void expandHumidex(TokenText &row, const PeriodRecord &p)
 {
-    const auto shown = [](const QString &value, const char *suffix) {
-        return FormatTemperature(kHourly, value,
-                                 TemperatureDress::fromSuffix(QString::fromLatin1(suffix)), true);
+    // Shown in one unit; "COLOR" is the humidex colour.
+    const auto humidex = [](const QString &value, const QString &suffix) {
+        if (suffix == u"COLOR") return HumidexColour(value);
+        TemperatureDress dress = TemperatureDress::fromSuffix(suffix);
+        dress.single = true;
+        return FormatTemperature(kHourly, value, dress, true);
     };
-    for (const auto &[end, value] :
-         {std::pair{"HIGH", &p.humidexMax}, std::pair{"LOW", &p.humidexMin}}) {
-        const QString stem = QStringLiteral("PERIOD HUMIDEX ") + QLatin1StringView(end);
-        expandToken(row, tokenName(stem), [&] { return shown(*value, "SINGLE"); });
-        expandToken(row, tokenName(stem, QStringLiteral("DEGREE")),
-                    [&] { return shown(*value, "SINGLE DEGREE"); });
-        expandToken(row, tokenName(stem, QStringLiteral("COLOR")),
-                    [&] { return HumidexColour(*value); });
-    }
+    expandFamily(row, kHumidexHigh, [&](const QString &s) { return humidex(p.humidexMax, s); });
+    expandFamily(row, kHumidexLow, [&](const QString &s) { return humidex(p.humidexMin, s); });
     expandToken(row, QStringLiteral("[PERIOD HUMIDEX DESC]"), [&] { return p.humidexMaxWord; });
     expandToken(row, QStringLiteral("[PERIOD HUMIDEX HIGH DESC]"),
                 [&] { return p.humidexMaxWord; });
@@ -220,12 +227,9 @@ void expandChances(TokenText &row, const PeriodRecord &p)
 
 void expandWind(TokenText &row, const PeriodRecord &p)
 {
-    for (const char *suffix : {"", "PLAIN"}) {
-        const QString words = QLatin1StringView(suffix);
-        expandToken(row, tokenName(QStringLiteral("PERIOD WIND"), words), [&] {
-            return FormatWind(kHourly, p.windMax, WindDress::fromSuffix(words), true);
-        });
-    }
+    expandFamily(row, kWind, [&](const QString &suffix) {
+        return FormatWind(kHourly, p.windMax, WindDress::fromSuffix(suffix), true);
+    });
     // Both forms carry the unit behind the last value.
     const auto span = [&p] {
         const QString &unit = process().UnitWind;
@@ -260,7 +264,7 @@ bool periodRows(const QString &head, const QStringList &pieces, LoopOutput &out)
     const int start = HeadNumber(head, u"START=").value_or(1);
     PieceCycle cycle(pieces);
     for (int i = 1; i <= count; ++i) {
-        TokenText row(cycle.current());
+        TokenText row = cycle.current();
         // The record is computed for every row, whether or not its values are used.
         expandPeriodRow(row, readPeriod(i + start - 1));
         if (!out.append(row.take())) return false;

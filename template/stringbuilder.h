@@ -16,6 +16,12 @@ public:
     explicit cStringBuilder(qsizetype chunkSize = 8192);
 
     void Append(QStringView text);
+    // Appends each part in turn: Append(u"<TD STYLE='width:", width, u"%;'>").
+    template <class... Parts> void Append(const Parts &...parts)
+    {
+        reserveFor((QStringView(parts).size() + ...));
+        (m_text.append(QStringView(parts)), ...);
+    }
     // Inserts at a position from 0; a position outside the text appends.
     void Insert(qsizetype position, QStringView text);
     // Removes up to length characters from position; what lies outside is ignored.

@@ -19,6 +19,9 @@ bool isBracket(QChar c)
 
 bool hasBracket(QStringView text)
 {
+    // Tokens are short: a plain walk costs less than two vector searches.
+    if (text.size() <= kMaxWord)
+        return std::any_of(text.begin(), text.end(), [](QChar c) { return isBracket(c); });
     return text.contains(u'[') || text.contains(u']');
 }
 
@@ -83,6 +86,20 @@ private:
 
 } // namespace
 
+QString ReplaceAll(const QString &text, QStringView needle, QStringView value)
+{
+    qsizetype at = text.indexOf(needle);
+    if (at < 0) return text;
+    QString out;
+    out.reserve(text.size());
+    qsizetype copied = 0;
+    for (; at >= 0; at = text.indexOf(needle, at + needle.size())) {
+        out.append(QStringView(text).mid(copied, at - copied)).append(value);
+        copied = at + needle.size();
+    }
+    return out.append(QStringView(text).mid(copied));
+}
+
 QString TextBetween(const QString &text, QStringView opening, QStringView closing,
                     const QString &fallback)
 {
@@ -103,53 +120,58 @@ void TokenText::setReferenceMode(bool on)
     s_referenceMode = on;
 }
 
-TokenText::TokenText(QString text) : m_text(std::move(text)), m_literal(s_referenceMode)
+TokenText::TokenText(QString text) : m_text(std::move(text)), m_literal(s_referenceMode) {}
+
+void TokenText::prepareIndex() const
 {
-    if (!m_literal) rebuildIndex();
+    if (!m_literal) index();
 }
 
-void TokenText::rebuildIndex()
+void TokenText::dropIndex()
 {
-    m_words.clear();
-    m_shadowed.clear();
-    m_segments.clear();
-    m_sortedSegments.clear();
-    m_sortedValid = false;
+    m_index.reset();
+    m_replaced.clear();
+    m_segmentsTaken.clear();
+}
+
+const TokenText::Index &TokenText::index() const
+{
+    if (m_index) return *m_index;
+    auto index = std::make_shared<Index>();
     const QStringView all(m_text);
     bool openBefore = false; // a "[" not yet closed stands before the current one
     for (BracketWalk walk(all); !walk.done(); walk.advance()) {
         const qsizetype open = walk.open();
         const qsizetype segmentEnd = walk.nextBracket();
-        ++m_segments[all.mid(open, std::min(segmentEnd - open, kMaxWord))];
+        ++index->segments[all.mid(open, std::min(segmentEnd - open, kMaxWord))];
         const bool closedHere = walk.closesFirst();
         if (closedHere && segmentEnd - open + 1 <= kMaxWord) {
             const QStringView word = all.mid(open, segmentEnd - open + 1);
-            ++m_words[word];
-            if (openBefore) m_shadowed.insert(word, true);
+            ++index->words[word];
+            if (openBefore) index->shadowed.insert(word, true);
         }
         openBefore = !closedHere;
     }
-}
-
-void TokenText::sortSegments() const
-{
-    if (m_sortedValid) return;
-    m_sortedSegments = m_segments.keys();
-    std::sort(m_sortedSegments.begin(), m_sortedSegments.end());
-    m_sortedValid = true;
+    m_index = std::move(index);
+    return *m_index;
 }
 
 bool TokenText::isIndexedToken(QStringView token) const
 {
-    return m_words.value(token) > 0;
+    return index().words.value(token) > 0 && !m_replaced.contains(token);
 }
 
 bool TokenText::isIndexedPrefix(QStringView prefix) const
 {
-    sortSegments();
-    auto it = std::lower_bound(m_sortedSegments.cbegin(), m_sortedSegments.cend(), prefix);
-    for (; it != m_sortedSegments.cend() && it->startsWith(prefix); ++it) {
-        if (m_segments.value(*it) > 0) return true;
+    const Index &index = this->index();
+    if (!index.sorted) {
+        index.sortedSegments = index.segments.keys();
+        std::sort(index.sortedSegments.begin(), index.sortedSegments.end());
+        index.sorted = true;
+    }
+    auto it = std::lower_bound(index.sortedSegments.cbegin(), index.sortedSegments.cend(), prefix);
+    for (; it != index.sortedSegments.cend() && it->startsWith(prefix); ++it) {
+        if (index.segments.value(*it) > m_segmentsTaken.value(*it)) return true;
     }
     return false;
 }
@@ -166,27 +188,28 @@ bool TokenText::contains(QStringView token)
 bool TokenText::containsIgnoringCase(QStringView token)
 {
     if (m_literal || !isWordForm(token)) return text().contains(token, Qt::CaseInsensitive);
-    for (auto it = m_words.cbegin(); it != m_words.cend(); ++it) {
-        if (it.value() > 0 && it.key().compare(token, Qt::CaseInsensitive) == 0) return true;
+    const QHash<QStringView, qsizetype> &words = index().words;
+    for (auto it = words.cbegin(); it != words.cend(); ++it) {
+        if (it.key().compare(token, Qt::CaseInsensitive) == 0 && isIndexedToken(it.key()))
+            return true;
     }
     return false;
 }
 
 void TokenText::replace(const QString &token, const QString &value)
 {
-    if (m_literal || !isWordForm(token) || hasBracket(value) || m_shadowed.contains(token)) {
+    if (m_literal || !isWordForm(token) || hasBracket(value) || index().shadowed.contains(token)) {
         replaceLiterally(token, value, Qt::CaseSensitive);
         return;
     }
-    const auto word = m_words.constFind(QStringView(token));
-    if (word == m_words.cend() || word.value() <= 0) return;
+    const auto word = index().words.constFind(QStringView(token));
+    if (word == index().words.cend() || m_replaced.contains(word.key())) return;
     const QStringView key = word.key();
     const qsizetype count = word.value();
     // The value has no bracket and the token closes no earlier "[": every other word,
     // and every segment but the token's own, stays as it is.
-    const QStringView segment = key.chopped(1);
-    if ((m_segments[segment] -= count) <= 0) m_segments.remove(segment);
-    m_words.remove(key);
+    m_segmentsTaken[key.chopped(1)] += count;
+    m_replaced.insert(key, true);
     m_pending.insert(key, value);
     m_pendingGrowth += count * (value.size() - token.size());
 }
@@ -198,13 +221,14 @@ void TokenText::replaceIgnoringCase(const QString &token, const QString &value)
         return;
     }
     QList<QString> spellings;
-    for (auto it = m_words.cbegin(); it != m_words.cend(); ++it) {
-        if (it.value() > 0 && it.key().compare(token, Qt::CaseInsensitive) == 0)
+    const QHash<QStringView, qsizetype> &words = index().words;
+    for (auto it = words.cbegin(); it != words.cend(); ++it) {
+        if (it.key().compare(token, Qt::CaseInsensitive) == 0 && isIndexedToken(it.key()))
             spellings.append(it.key().toString());
     }
     const bool anyShadowed =
         std::any_of(spellings.cbegin(), spellings.cend(),
-                    [this](const QString &s) { return m_shadowed.contains(QStringView(s)); });
+                    [this](const QString &s) { return index().shadowed.contains(QStringView(s)); });
     if (anyShadowed) {
         replaceLiterally(token, value, Qt::CaseInsensitive);
         return;
@@ -219,7 +243,7 @@ void TokenText::replaceLiterally(const QString &token, const QString &value, Qt:
     text();
     if (!m_text.contains(token, cs)) return;
     m_text.replace(token, value, cs);
-    if (!m_literal) rebuildIndex();
+    dropIndex();
 }
 
 QStringView TokenText::wordAt(qsizetype open) const
@@ -273,7 +297,7 @@ void TokenText::applyPending()
     m_pending.clear();
     m_pendingGrowth = 0;
     m_text = std::move(out);
-    rebuildIndex();
+    dropIndex();
 }
 
 const QString &TokenText::text()
@@ -287,7 +311,7 @@ QString TokenText::take()
     applyPending();
     QString out = std::move(m_text);
     m_text = QString();
-    if (!m_literal) rebuildIndex();
+    dropIndex();
     return out;
 }
 

@@ -18,8 +18,13 @@
 #include <QString>
 #include <QStringView>
 
+#include <memory>
+
 namespace Tarnby
 {
+
+// Every occurrence replaced, left to right, as QString::replace does.
+QString ReplaceAll(const QString &text, QStringView needle, QStringView value);
 
 // What stands between the first `opening` and the next `closing` behind it; `fallback`
 // when either is missing.
@@ -30,6 +35,9 @@ class TokenText
 {
 public:
     explicit TokenText(QString text = QString());
+    // A copy shares the original's index: cheap to make for each row of a loop.
+    // Makes the index now, so that copies made afterwards share it.
+    void prepareIndex() const;
 
     // While on, texts made afterwards work on the plain text with plain searches and
     // replacements: the reference that the indexed form must agree with (for tests).
@@ -51,27 +59,37 @@ public:
     QString take();
 
 private:
+    // Where the bracket words of a text stand. Made once for a text and shared by its
+    // copies (a loop's piece is copied for every row); replacements are kept beside it.
+    struct Index {
+        // Closed bracket words without another "[" inside, by occurrence count.
+        QHash<QStringView, qsizetype> words;
+        // Words of which some occurrence stands behind a "[" not yet closed.
+        QHash<QStringView, bool> shadowed;
+        // From each "[" up to the next bracket character, cut at a bound: every prefix
+        // that holds no bracket but its first character occurs in the text exactly when
+        // it is the start of one of these. By occurrence count.
+        QHash<QStringView, qsizetype> segments;
+        mutable QList<QStringView> sortedSegments;
+        mutable bool sorted = false;
+    };
+
     bool isIndexedToken(QStringView token) const;
     bool isIndexedPrefix(QStringView prefix) const;
-    void rebuildIndex();
+    // The index of m_text, made when first asked for after the text changed.
+    const Index &index() const;
+    void dropIndex();
     void applyPending();
     void replaceLiterally(const QString &token, const QString &value, Qt::CaseSensitivity cs);
     QStringView wordAt(qsizetype open) const;
-    void sortSegments() const;
 
-    QString m_text; // without the pending replacements
+    QString m_text; // without the pending replacements; the index's views point into it
     bool m_literal;
-    // Closed bracket words without another "[" inside, by occurrence count. Views into m_text.
-    QHash<QStringView, qsizetype> m_words;
-    // Words of m_words of which some occurrence stands behind a "[" not yet closed.
-    QHash<QStringView, bool> m_shadowed;
-    // From each "[" up to the next bracket character, cut at a bound: every prefix that
-    // holds no bracket but its first character occurs in the text exactly when it is the
-    // start of one of these. By occurrence count.
-    QHash<QStringView, qsizetype> m_segments;
-    mutable QList<QStringView> m_sortedSegments;
-    mutable bool m_sortedValid = false;
-    // Token (a key view of m_words) to its value, not yet applied to m_text.
+    mutable std::shared_ptr<const Index> m_index;
+    // Words replaced since the index was made, and what that took from their segments.
+    QHash<QStringView, bool> m_replaced;
+    QHash<QStringView, qsizetype> m_segmentsTaken;
+    // Token (a key view of the index) to its value, not yet applied to m_text.
     QHash<QStringView, QString> m_pending;
     qsizetype m_pendingGrowth = 0;
 };

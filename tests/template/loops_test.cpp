@@ -51,7 +51,7 @@ TEST(LoopBody, PiecesAndTheirCycle)
     PieceCycle cycle(three);
     QString seen;
     for (int i = 0; i < 7; ++i, cycle.advance())
-        seen += cycle.current();
+        seen += cycle.current().text();
     EXPECT_EQ(seen, "abcabca");
 }
 

@@ -119,6 +119,11 @@ TEST(TokenText, AgreesWithLiteralReplacementOnRandomTexts)
                           t.slow.between(QStringLiteral("[A"), QStringLiteral("]")));
             }
         }
+        // A copy shares the index and the pending replacements, and goes its own way.
+        TokenText copy = t.fast, literalCopy = t.slow;
+        copy.replace(QStringLiteral("[B]"), QStringLiteral("b"));
+        literalCopy.replace(QStringLiteral("[B]"), QStringLiteral("b"));
+        EXPECT_EQ(copy.text(), literalCopy.text());
         t.check();
         if (HasFatalFailure()) return;
     }
