@@ -10,6 +10,14 @@
 
 namespace Tarnby {
 
+QList<std::pair<QString, QString>> SettingsBackend::values(const QString &section)
+{
+    QList<std::pair<QString, QString>> result;
+    for (const QString &key : keys(section))
+        result.append({key, value(section, key)});
+    return result;
+}
+
 namespace {
 
 // Values read from a profile file are cut here: the profile API reads into a buffer
@@ -137,6 +145,12 @@ SettingsBatch::~SettingsBatch()
 {
     if (m_backend)
         m_backend->endBatch();
+}
+
+QList<std::pair<QString, QString>> GetPrefSection(const QString &section)
+{
+    SettingsBackend *backend = SettingsStore::active();
+    return backend ? backend->values(section) : QList<std::pair<QString, QString>>();
 }
 
 void SavePref(const QString &section, const QString &key, const QString &value)

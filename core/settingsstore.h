@@ -12,6 +12,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <utility>
 
 namespace Tarnby {
 
@@ -31,6 +32,9 @@ public:
     virtual QStringList keys(const QString &section) = 0;
     // Every section name that holds at least one key.
     virtual QStringList sections() = 0;
+    // Every key of one section with its value, as value() reads them, in no promised
+    // order. Back ends that can read a section at once do so; this one asks key by key.
+    virtual QList<std::pair<QString, QString>> values(const QString &section);
     // Makes pending writes durable. Back ends that write through do nothing.
     virtual void flush() {}
     // Everything written between the two calls is committed as one step; the calls nest.
@@ -76,6 +80,9 @@ private:
 QString GetPref(const QString &section, const QString &key, const QString &defaultValue = QString());
 // Writes a setting; an empty value is stored as such.
 void SavePref(const QString &section, const QString &key, const QString &value);
+// Every key of a section with its value, read at once: for readers that use many keys
+// of one section (the template engine reads a whole forecast).
+QList<std::pair<QString, QString>> GetPrefSection(const QString &section);
 // Deletes a section with all its sub-sections. This works on the registry back end
 // alone, in both modes: in INI mode the file keeps the section's old keys.
 void DelPref(const QString &section);

@@ -111,7 +111,8 @@ bool SqliteSettings::openFile(const QString &file)
                        "AND (section = ?1 OR section >= ?1 || '\\')");
     m_keys = prepare("SELECT key FROM settings WHERE section = ?1");
     m_sections = prepare("SELECT DISTINCT section FROM settings ORDER BY section");
-    return m_get && m_set && m_remove && m_keys && m_sections;
+    m_values = prepare("SELECT key, value FROM settings WHERE section = ?1");
+    return m_get && m_set && m_remove && m_keys && m_sections && m_values;
 }
 
 bool SqliteSettings::isSound()
@@ -128,7 +129,7 @@ bool SqliteSettings::isSound()
 
 void SqliteSettings::closeDb()
 {
-    for (sqlite3_stmt **stmt : {&m_get, &m_set, &m_remove, &m_keys, &m_sections}) {
+    for (sqlite3_stmt **stmt : {&m_get, &m_set, &m_remove, &m_keys, &m_sections, &m_values}) {
         sqlite3_finalize(*stmt);
         *stmt = nullptr;
     }
@@ -188,6 +189,23 @@ QStringList SqliteSettings::keys(const QString &section)
     run.bind(1, section);
     while (sqlite3_step(m_keys) == SQLITE_ROW)
         result << columnText(m_keys, 0);
+    return result;
+}
+
+QList<std::pair<QString, QString>> SqliteSettings::values(const QString &section)
+{
+    QList<std::pair<QString, QString>> result;
+    if (!m_db)
+        return result;
+    StatementReset reset{m_values};
+    bindText(m_values, 1, section);
+    // The file stores UTF-8: reading it as such spares SQLite a conversion of every row.
+    const auto utf8 = [this](int column) {
+        return QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(m_values, column)),
+                                 sqlite3_column_bytes(m_values, column));
+    };
+    while (sqlite3_step(m_values) == SQLITE_ROW)
+        result.append({utf8(0), utf8(1)});
     return result;
 }
 

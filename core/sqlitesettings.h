@@ -26,6 +26,7 @@ public:
     QStringList sections() override;
     void beginBatch() override;
     void endBatch() override;
+    QList<std::pair<QString, QString>> values(const QString &section) override;
 
 private:
     bool openFile(const QString &file);
@@ -42,6 +43,7 @@ private:
     sqlite3_stmt *m_sections = nullptr;
     int m_batchDepth = 0;
     bool m_inTransaction = false;
+    sqlite3_stmt *m_values = nullptr;
 };
 
 } // namespace Tarnby

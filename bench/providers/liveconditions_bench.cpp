@@ -18,41 +18,15 @@ using namespace Tarnby;
 namespace
 {
 
-const char *const kKeys[] = {"key",
-                             "stationId",
-                             "providerId",
-                             "observationTimeLocalStr",
-                             "observationTimeUtcStr",
-                             "iconCode",
-                             "dewPoint",
-                             "humidity",
-                             "humidityRate",
-                             "pressureSeaLevel",
-                             "pressureSeaLevelRate",
-                             "rainDaily",
-                             "rainRate",
-                             "rainMonthly",
-                             "rainYearly",
-                             "temperature",
-                             "temperatureLow",
-                             "temperatureHigh",
-                             "temperatureRate",
-                             "windSpeed",
-                             "windDirection",
-                             "windSpeedAvg",
-                             "windDirectionAvg",
-                             "windGustHourly",
-                             "windGustDaily",
-                             "feelsLike",
-                             "wetBulbTemperature",
-                             "pressureSeaLevelLow",
-                             "pressureSeaLevelHigh",
-                             "humidityLow",
-                             "humidityHigh",
-                             "rainRateMax",
-                             "windGustDirectionDaily",
-                             "windGustDirectionHourly",
-                             "stationName"};
+const QStringList kKeys =
+    QStringLiteral("key stationId providerId observationTimeLocalStr observationTimeUtcStr "
+                   "iconCode dewPoint humidity humidityRate pressureSeaLevel pressureSeaLevelRate "
+                   "rainDaily rainRate rainMonthly rainYearly temperature temperatureLow "
+                   "temperatureHigh temperatureRate windSpeed windDirection windSpeedAvg "
+                   "windDirectionAvg windGustHourly windGustDaily feelsLike wetBulbTemperature "
+                   "pressureSeaLevelLow pressureSeaLevelHigh humidityLow humidityHigh rainRateMax "
+                   "windGustDirectionDaily windGustDirectionHourly stationName")
+        .split(u' ');
 
 // An observation of the service's verbose layout, with quality flags beside the values
 // as the service sends them: about 2.4 kB.
@@ -60,10 +34,10 @@ QString observationDocument()
 {
     QStringList lines{"{", "    \"observation\": {"};
     int n = 0;
-    for (const char *key : kKeys) {
+    for (const QString &key : kKeys) {
         const QString value = QString::number(10.25 + ++n);
-        lines << QStringLiteral("        \"%1\": %2,").arg(QLatin1String(key), value)
-              << QStringLiteral("        \"%1Qc\": \"C\",").arg(QLatin1String(key));
+        lines << QStringLiteral("        \"%1\": %2,").arg(key, value)
+              << QStringLiteral("        \"%1Qc\": \"C\",").arg(key);
     }
     lines << "        \"end\": null"
           << "    }"
@@ -75,8 +49,8 @@ void BM_ReadObservationValues(benchmark::State &state)
 {
     const QString document = observationDocument();
     for (auto _ : state) {
-        for (const char *key : kKeys)
-            benchmark::DoNotOptimize(ReadJsonValue(document, QLatin1String(key)));
+        for (const QString &key : kKeys)
+            benchmark::DoNotOptimize(ReadJsonValue(document, key));
     }
     state.SetLabel(QStringLiteral("%1 bytes").arg(document.size()).toStdString());
 }

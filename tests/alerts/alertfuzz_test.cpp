@@ -5,10 +5,9 @@
 #include "alerts/alertformat.h"
 #include "core/files.h"
 #include "tests/alerts/alertfixture.h"
+#include "tests/support/mutator.h"
 
 #include <QFile>
-
-#include <random>
 
 using namespace Tarnby;
 using Tarnby::Test::alertDocument;
@@ -21,62 +20,12 @@ constexpr int kRoundsPerService = 150000;
 constexpr int kStoredEvery = 100;
 
 // Pieces of the answers' own layout, so that mutations reach past the first marks.
-const char *const kTokens[] = {
-    "}",
-    "]",
-    ",",
-    "\"",
-    "\r\n",
-    "\n",
-    "\\n",
-    "...",
-    "* WHAT...",
-    "<br>",
-    "null",
-    "12.5",
-    "\"properties\": {",
-    "\"features\": [",
-    "\"alertList\": [",
-    "\"title\"",
-    "\"description\": ",
-    "\"effective\": ",
-    "\"Message\": ",
-    "\"event\": \"Test Message\",\n",
-    "\"NWSheadline\": [",
-    " issued ",
-    "Abduction",
-    "\\nNational Weather Service ",
-    "\\n\\n...",
-    " remains ",
-    "expired",
-};
-
-QString mutated(QString text, std::mt19937 &random)
-{
-    const auto pick = [&random](int high) {
-        return std::uniform_int_distribution<int>(0, high)(random);
-    };
-    for (int steps = 1 + pick(5); steps > 0; --steps) {
-        const qsizetype at = pick(int(text.size()));
-        switch (pick(4)) {
-        case 0:
-            text.remove(at, 1 + pick(63));
-            break;
-        case 1:
-            text.insert(at, text.mid(pick(int(text.size())), 1 + pick(255)));
-            break;
-        case 2:
-            text.insert(at, QString::fromLatin1(kTokens[pick(std::size(kTokens) - 1)]));
-            break;
-        case 3:
-            text.insert(at, QChar(char16_t(1 + pick(0xFFFC))));
-            break;
-        default:
-            text.truncate(at);
-        }
-    }
-    return text;
-}
+const QStringList kTokens =
+    QStringLiteral("}|]|,|\"|\r\n|\n|\\n|...|* WHAT...|<br>|null|12.5|\"properties\": {|"
+                   "\"features\": [|\"alertList\": [|\"title\"|\"description\": |\"effective\": |"
+                   "\"Message\": |\"event\": \"Test Message\",\n|\"NWSheadline\": [| issued |"
+                   "Abduction|\\nNational Weather Service |\\n\\n...| remains |expired")
+        .split(u'|');
 
 QString flawOf(const AlertSet &set, bool nws)
 {
@@ -113,9 +62,9 @@ protected:
     void runRounds(const char *goodAnswer, bool nws, unsigned seed)
     {
         const QString good = ReadFile(alertDocument(goodAnswer));
-        std::mt19937 random(seed);
+        Tarnby::Test::Mutator mutator(seed, kTokens);
         for (int round = 0; round < kRoundsPerService; ++round) {
-            const QString answer = mutated(good, random);
+            const QString answer = mutator.mutated(good, 6);
             setAlertsFailed(false);
             QString flaw;
             if (round % kStoredEvery == 0) {

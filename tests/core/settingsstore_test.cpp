@@ -55,6 +55,21 @@ TEST_P(StoreSemantics, OverwriteKeepsOneValue)
     EXPECT_EQ(GetPref("A", "k"), "2");
 }
 
+TEST_P(StoreSemantics, ASectionReadsAtOnceAsKeyByKey)
+{
+    SavePref("Cache\\KDSM\\Hourly", "hour1", "7 PM");
+    SavePref("Cache\\KDSM\\Hourly", "temperature1", "71");
+    SavePref("Cache\\KDSM\\Hourly\\Deeper", "other", "x");
+    SavePref("Cache\\KDSM\\Daily", "count", "7");
+    auto section = GetPrefSection("cache\\kdsm\\hourly");
+    std::sort(section.begin(), section.end());
+    ASSERT_EQ(section.size(), 2);
+    EXPECT_EQ(section[0].first.toLower(), "hour1");
+    EXPECT_EQ(section[0].second, "7 PM");
+    EXPECT_EQ(section[1].second, "71");
+    EXPECT_TRUE(GetPrefSection("Nowhere").isEmpty());
+}
+
 TEST_P(StoreSemantics, MultiLineValuesRoundTrip)
 {
     const QString text = "Line one\r\nLine two\n\n%0A stays literal\rend";
