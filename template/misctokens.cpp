@@ -365,10 +365,7 @@ void ExpandMiscTokens(TokenText &text)
 
 QString ExpandMiscTokens(QString text)
 {
-    const ExpansionCache cache;
-    TokenText working(std::move(text));
-    ExpandMiscTokens(working);
-    return working.take();
+    return runPass(std::move(text), [](TokenText &working) { ExpandMiscTokens(working); });
 }
 
 } // namespace Tarnby
