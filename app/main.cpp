@@ -8,11 +8,15 @@
 #include "app/demo.h"
 #include "app/singleinstance.h"
 #include "app/startup.h"
+#include "app/wiring.h"
 #include "core/log.h"
 #include "core/paths.h"
+#include "core/settingsstore.h"
+#include "core/weathercache.h"
 #include "retrieval/children.h"
 #include "retrieval/fetch.h"
 #include "retrieval/hosts.h"
+#include "run/scheduler.h"
 
 #include <QCoreApplication>
 #include <QRegularExpression>
@@ -28,6 +32,8 @@ using namespace Tarnby;
 namespace {
 
 int signalPipe[2] = {-1, -1};
+// Set by a signal that came before the event loop ran, when quit() cannot end it.
+bool quitRequested = false;
 
 void onSignal(int)
 {
@@ -41,7 +47,10 @@ void quitOnSignals(QCoreApplication &app)
     if (::socketpair(AF_UNIX, SOCK_STREAM, 0, signalPipe) != 0)
         return;
     auto *notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, &app);
-    QObject::connect(notifier, &QSocketNotifier::activated, &app, &QCoreApplication::quit);
+    QObject::connect(notifier, &QSocketNotifier::activated, &app, [] {
+        quitRequested = true;
+        QCoreApplication::quit();
+    });
     std::signal(SIGINT, onSignal);
     std::signal(SIGTERM, onSignal);
 }
@@ -93,12 +102,23 @@ void showDemoObservation(QTextStream &out)
     }
 }
 
+// What the Weather cache of the station holds, section by section.
+void showCacheSummary(QTextStream &out)
+{
+    const QString prefix = CacheSection(QString());
+    for (const QString &section : SettingsStore::active()->sections())
+        if (section.startsWith(prefix, Qt::CaseInsensitive))
+            out << "  cache " << section.mid(prefix.size()) << ": "
+                << SettingsStore::active()->keys(section).size() << " values" << Qt::endl;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Tarnby"));
+    quitOnSignals(app); // also during start-up, whose retrieval pumps events
     QTextStream out(stdout);
     bool demoWanted = false;
     const QString line = commandLine(QCoreApplication::arguments(), demoWanted);
@@ -123,16 +143,20 @@ int main(int argc, char **argv)
         demo.prepareProfile();
         out << "Demo service on " << demo.address() << Qt::endl;
     }
+    InstallRetrievalWiring();
     const StartupState state = RunStartup(line);
     out << "Tarnby " << ProgramVersion() << " started" << Qt::endl;
     for (const QString &done : state.done)
         out << "  " << done << Qt::endl;
     if (demoWanted)
         showDemoObservation(out);
+
+    Scheduler scheduler(ProviderSchedulerHooks());
+    StartTimersAndFirstRetrieval(scheduler, state);
+    showCacheSummary(out);
     out << "Running; Ctrl-C ends it." << Qt::endl;
 
-    quitOnSignals(app);
-    const int code = app.exec();
+    const int code = quitRequested ? 0 : app.exec();
     ExitTB();
     return code;
 }

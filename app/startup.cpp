@@ -7,11 +7,14 @@
 #include "core/processvalues.h"
 #include "core/settingsstore.h"
 #include "core/weathercache.h"
+#include "derive/units.h"
 #include "providers/stationselection.h"
 #include "retrieval/children.h"
 #include "retrieval/fetch.h"
 #include "retrieval/hosts.h"
 #include "retrieval/servicesettings.h"
+#include "run/retrievalrun.h"
+#include "run/scheduler.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -167,19 +170,11 @@ void loadStoredServiceSettings()
                          QStringLiteral("nws"));
 }
 
-// Step 35's units; an old mistake stored "inches" for visibility.
+// Step 35: the display units and the flags read once.
 void loadUnits()
 {
     ProcessValues &pv = process();
-    const QString section = QStringLiteral("Conversion");
-    pv.UnitTemp = GetPref(section, QStringLiteral("Temp"), QStringLiteral("F"));
-    pv.UnitWind = GetPref(section, QStringLiteral("Wind"), QStringLiteral("mph"));
-    pv.UnitBar = GetPref(section, QStringLiteral("Bar"), QStringLiteral("inches"));
-    pv.UnitPre = GetPref(section, QStringLiteral("Pre"), QStringLiteral("inches"));
-    pv.UnitVis = GetPref(section, QStringLiteral("Vis"), QStringLiteral("miles"));
-    if (pv.UnitVis == QStringLiteral("inches"))
-        pv.UnitVis = QStringLiteral("miles");
-    pv.RoundWind = isTrue(section, QStringLiteral("RoundWindSpeed"));
+    LoadConversionSettings();
     pv.RememberMapSize = GetPref(kGeneral, QStringLiteral("RememberMapSize")) != QStringLiteral("False");
     pv.ShowFeels = isTrue(QStringLiteral("TrayIcon"), QStringLiteral("ShowFeels"));
     pv.UpdateWhenConnected = isTrue(QStringLiteral("AutoUpdate"), QStringLiteral("WhenConnected"));
@@ -426,6 +421,7 @@ StartupState RunStartup(const QString &commandLine)
     process().VendorPlainHttp = HttpsProbe();
     detectUpgrade(state);
     migrateSettings(state);
+    state.Runs = GetPref(kMisc, QStringLiteral("Runs")).toInt(); // step 17: not numeric reads 0
     LoadProcessValues();
     SavePref(kMisc, QStringLiteral("UseINI"), process().UseINI ? kTrue : QStringLiteral("False"));
     ParseCommandLine(commandLine);
@@ -448,6 +444,28 @@ StartupState RunStartup(const QString &commandLine)
     countRunAndSetDefaults(state);
     alignMapTemplate();
     return state;
+}
+
+void StartTimersAndFirstRetrieval(Scheduler &scheduler, const StartupState &state)
+{
+    scheduler.startAutoUpdate();
+    bool wanted = state.Runs == 0;
+    if (!wanted) {
+        const QString asked = isTrue(kGeneral, QStringLiteral("Ret"))
+                                  ? kTrue
+                                  : GetPref(kMisc, QStringLiteral("ForceUpdate"));
+        if (asked == kTrue) {
+            SavePref(kMisc, QStringLiteral("ForceUpdate"), QStringLiteral("False"));
+            wanted = IsOnline() || !process().UpdateWhenConnected;
+        }
+        if (wanted && state.DelayedStart) {
+            scheduler.addTimer5Job(QStringLiteral("Update"));
+            wanted = false;
+        }
+    }
+    if (wanted)
+        UpdateTheWeather(false, false, false);
+    scheduler.startTimer5();
 }
 
 void ExitTB()

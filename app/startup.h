@@ -9,6 +9,8 @@
 
 namespace Tarnby {
 
+class Scheduler;
+
 // What start-up decided, for the steps that follow and for the report of a headless start.
 struct StartupState
 {
@@ -17,6 +19,7 @@ struct StartupState
     bool SkinReset = false;
     bool FirstRun = false;
     bool DelayedStart = false;
+    int Runs = 0; // Misc/Runs as step 17 read it, before this start was counted
     QStringList done; // one line per thing start-up did, in order
 };
 
@@ -37,6 +40,11 @@ QString ProgramVersion();
 
 // The headless part of Main after the single-instance guard, in its order.
 StartupState RunStartup(const QString &commandLine);
+
+// Steps 42, 47 and 50: the timers by the update rate, the first retrieval (at once on
+// a first run or when one was asked for, or 30 seconds later with the Pause option),
+// and the delayed start jobs.
+void StartTimersAndFirstRetrieval(Scheduler &scheduler, const StartupState &state);
 
 // ParseCommandLine: "monthlydb=<path>" and "station=<code>"; other words are ignored.
 void ParseCommandLine(const QString &line);

@@ -10,6 +10,7 @@
 
 #include <QString>
 
+#include <exception>
 #include <functional>
 
 namespace Tarnby {
@@ -22,5 +23,18 @@ void setRemoteLogSink(std::function<void(const QString &)> sink);
 
 // Builds the fault line "Error <number>: <description> at line <line> (<where>)".
 QString ErrorLine(int number, const QString &description, int line, const QString &where);
+
+// Runs work; an exception that escapes it is logged as a fault of `where`
+// ("<module>.<routine>") and goes no further.
+template <class Work> void LogFaults(const QString &where, Work &&work)
+{
+    try {
+        work();
+    } catch (const std::exception &fault) {
+        Log(ErrorLine(0, QString::fromLocal8Bit(fault.what()), 0, where));
+    } catch (...) {
+        Log(ErrorLine(0, QStringLiteral("unknown fault"), 0, where));
+    }
+}
 
 } // namespace Tarnby

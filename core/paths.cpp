@@ -28,7 +28,9 @@ QString ProgramFolder()
 
 QString HelperProgram(const QString &name)
 {
-    return QDir::cleanPath(executableDir() + QLatin1Char('/') + name);
+    const QString fromEnv = qEnvironmentVariable("TARNBY_HELPER_FOLDER");
+    const QString folder = fromEnv.isEmpty() ? executableDir() : fromEnv;
+    return QDir::cleanPath(folder + QLatin1Char('/') + name);
 }
 
 QString DefaultConfigFolder()

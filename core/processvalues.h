@@ -51,6 +51,15 @@ struct ProcessValues
     bool InterfaceShown = false;
     bool StartedOk = false;
 
+    // Raised while a live reader writes Current; renderers keep away from the branch.
+    bool ProcessingConditions = false;
+    // Raised while a forecast reader rewrites Hourly, Daily or UV.
+    bool ProcessingForecasts = false;
+    // Live readings that failed in a row, and when the last one failed: ten of them
+    // silence the realtime fetch for an hour.
+    int RealtimeErrorCount = 0;
+    QDateTime RealtimeLastError;
+
     // Service settings in force (vendor settings document; defaults at start).
     QString PulseUrl;
     QString IntlDailyForecastSource = QStringLiteral("wb");

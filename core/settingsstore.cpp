@@ -135,6 +135,18 @@ QString GetPref(const QString &section, const QString &key, const QString &defau
     return value.isEmpty() ? defaultValue : value;
 }
 
+SettingsBatch::SettingsBatch() : m_backend(SettingsStore::registry())
+{
+    if (m_backend)
+        m_backend->beginBatch();
+}
+
+SettingsBatch::~SettingsBatch()
+{
+    if (m_backend)
+        m_backend->endBatch();
+}
+
 QList<std::pair<QString, QString>> GetPrefSection(const QString &section)
 {
     SettingsBackend *backend = SettingsStore::active();

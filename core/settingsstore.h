@@ -37,6 +37,10 @@ public:
     virtual QList<std::pair<QString, QString>> values(const QString &section);
     // Makes pending writes durable. Back ends that write through do nothing.
     virtual void flush() {}
+    // Everything written between the two calls is committed as one step; the calls nest.
+    // Back ends that gather their writes anyway do nothing.
+    virtual void beginBatch() {}
+    virtual void endBatch() {}
 };
 
 // The process-wide store. open() is called once by start-up (and by tests); before
@@ -55,6 +59,21 @@ public:
     static SettingsBackend *ini();
     // The back end of the mode in force.
     static SettingsBackend *active();
+};
+
+// Holds the registry's writes of its lifetime together: one commit instead of one per
+// value, so a parser that rewrites a whole cache branch is fast, and a reader in another
+// process sees the whole branch or none of it. The store must stay open meanwhile.
+class SettingsBatch
+{
+public:
+    SettingsBatch();
+    ~SettingsBatch();
+    SettingsBatch(const SettingsBatch &) = delete;
+    SettingsBatch &operator=(const SettingsBatch &) = delete;
+
+private:
+    SettingsBackend *m_backend;
 };
 
 // Reads a setting; an empty stored value gives the default.

@@ -7,6 +7,8 @@
 
 #include <sqlite3.h>
 
+#include <array>
+
 namespace Tarnby {
 
 namespace {
@@ -18,12 +20,6 @@ constexpr const char *kSchema = "CREATE TABLE IF NOT EXISTS settings ("
                                 " value TEXT NOT NULL,"
                                 " PRIMARY KEY (section, key)) WITHOUT ROWID";
 
-void bindText(sqlite3_stmt *stmt, int index, const QString &text)
-{
-    sqlite3_bind_text16(stmt, index, text.utf16(), int(text.size() * sizeof(char16_t)),
-                        SQLITE_TRANSIENT);
-}
-
 QString columnText(sqlite3_stmt *stmt, int column)
 {
     const void *data = sqlite3_column_text16(stmt, column);
@@ -31,17 +27,35 @@ QString columnText(sqlite3_stmt *stmt, int column)
     return data ? QString(static_cast<const QChar *>(data), bytes / int(sizeof(QChar))) : QString();
 }
 
-// Resets a statement when the scope ends, whatever path leaves it.
-struct StatementReset
+// One execution of a statement: the texts bound to it, kept in UTF-8 for as long as the
+// binding lasts (SQLite neither copies nor converts them), and the reset of the statement
+// when the scope ends, whatever path leaves it.
+class Execution
 {
-    sqlite3_stmt *stmt;
-    ~StatementReset()
+public:
+    explicit Execution(sqlite3_stmt *stmt) : m_stmt(stmt) {}
+    ~Execution()
     {
-        if (stmt) {
-            sqlite3_reset(stmt);
-            sqlite3_clear_bindings(stmt);
+        if (m_stmt) {
+            sqlite3_reset(m_stmt);
+            sqlite3_clear_bindings(m_stmt);
         }
     }
+    Execution(const Execution &) = delete;
+    Execution &operator=(const Execution &) = delete;
+
+    // Parameter index from 1; a null text is bound as the empty text.
+    void bind(int index, const QString &text)
+    {
+        QByteArray &utf8 = m_texts[size_t(index - 1)];
+        utf8 = text.toUtf8();
+        sqlite3_bind_text(m_stmt, index, utf8.isNull() ? "" : utf8.constData(), int(utf8.size()),
+                          SQLITE_STATIC);
+    }
+
+private:
+    sqlite3_stmt *m_stmt;
+    std::array<QByteArray, 3> m_texts;
 };
 
 } // namespace
@@ -90,8 +104,11 @@ bool SqliteSettings::openFile(const QString &file)
     m_get = prepare("SELECT value FROM settings WHERE section = ?1 AND key = ?2");
     m_set = prepare("INSERT INTO settings (section, key, value) VALUES (?1, ?2, ?3) "
                     "ON CONFLICT (section, key) DO UPDATE SET value = excluded.value");
-    m_remove = prepare("DELETE FROM settings WHERE section = ?1 "
-                       "OR substr(section, 1, length(?1) + 1) = ?1 || '\\' COLLATE NOCASE");
+    // A section and its sub-sections ("A\..."), found in the primary key's range from "A"
+    // up to "A]", "]" being the character after "\": a test of each name's start would
+    // read the whole table. Names such as "A[" in the range are left by the condition.
+    m_remove = prepare("DELETE FROM settings WHERE section >= ?1 AND section < ?1 || ']' "
+                       "AND (section = ?1 OR section >= ?1 || '\\')");
     m_keys = prepare("SELECT key FROM settings WHERE section = ?1");
     m_sections = prepare("SELECT DISTINCT section FROM settings ORDER BY section");
     m_values = prepare("SELECT key, value FROM settings WHERE section = ?1");
@@ -133,9 +150,9 @@ QString SqliteSettings::value(const QString &section, const QString &key)
 {
     if (!m_db)
         return {};
-    StatementReset reset{m_get};
-    bindText(m_get, 1, section);
-    bindText(m_get, 2, key);
+    Execution run(m_get);
+    run.bind(1, section);
+    run.bind(2, key);
     return sqlite3_step(m_get) == SQLITE_ROW ? columnText(m_get, 0) : QString();
 }
 
@@ -143,10 +160,10 @@ bool SqliteSettings::setValue(const QString &section, const QString &key, const 
 {
     if (!m_db)
         return false;
-    StatementReset reset{m_set};
-    bindText(m_set, 1, section);
-    bindText(m_set, 2, key);
-    bindText(m_set, 3, value.isNull() ? QStringLiteral("") : value);
+    Execution run(m_set);
+    run.bind(1, section);
+    run.bind(2, key);
+    run.bind(3, value);
     if (sqlite3_step(m_set) == SQLITE_DONE)
         return true;
     Log(QStringLiteral("Settings write %1/%2 failed: %3 (SqliteSettings)")
@@ -158,8 +175,8 @@ bool SqliteSettings::removeSection(const QString &section)
 {
     if (!m_db || section.isEmpty())
         return false;
-    StatementReset reset{m_remove};
-    bindText(m_remove, 1, section);
+    Execution run(m_remove);
+    run.bind(1, section);
     return sqlite3_step(m_remove) == SQLITE_DONE;
 }
 
@@ -168,8 +185,8 @@ QStringList SqliteSettings::keys(const QString &section)
     QStringList result;
     if (!m_db)
         return result;
-    StatementReset reset{m_keys};
-    bindText(m_keys, 1, section);
+    Execution run(m_keys);
+    run.bind(1, section);
     while (sqlite3_step(m_keys) == SQLITE_ROW)
         result << columnText(m_keys, 0);
     return result;
@@ -197,10 +214,29 @@ QStringList SqliteSettings::sections()
     QStringList result;
     if (!m_db)
         return result;
-    StatementReset reset{m_sections};
+    Execution run(m_sections);
     while (sqlite3_step(m_sections) == SQLITE_ROW)
         result << columnText(m_sections, 0);
     return result;
+}
+
+void SqliteSettings::beginBatch()
+{
+    if (m_db && m_batchDepth++ == 0)
+        m_inTransaction =
+            sqlite3_exec(m_db, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+void SqliteSettings::endBatch()
+{
+    if (m_batchDepth == 0 || --m_batchDepth > 0 || !m_inTransaction)
+        return;
+    m_inTransaction = false;
+    if (sqlite3_exec(m_db, "COMMIT", nullptr, nullptr, nullptr) == SQLITE_OK)
+        return;
+    Log(QStringLiteral("Settings batch not committed: %1 (SqliteSettings)")
+            .arg(QString::fromUtf8(sqlite3_errmsg(m_db))));
+    sqlite3_exec(m_db, "ROLLBACK", nullptr, nullptr, nullptr);
 }
 
 } // namespace Tarnby

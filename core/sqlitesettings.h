@@ -24,6 +24,8 @@ public:
     bool removeSection(const QString &section) override;
     QStringList keys(const QString &section) override;
     QStringList sections() override;
+    void beginBatch() override;
+    void endBatch() override;
     QList<std::pair<QString, QString>> values(const QString &section) override;
 
 private:
@@ -39,6 +41,8 @@ private:
     sqlite3_stmt *m_remove = nullptr;
     sqlite3_stmt *m_keys = nullptr;
     sqlite3_stmt *m_sections = nullptr;
+    int m_batchDepth = 0;
+    bool m_inTransaction = false;
     sqlite3_stmt *m_values = nullptr;
 };
 

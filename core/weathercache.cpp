@@ -39,6 +39,19 @@ int CacheCount(const QString &name)
     return ok ? std::clamp(count, 0, kMaxCacheRows) : 0;
 }
 
+QStringList CacheBranchLines(const QString &name)
+{
+    SettingsBackend *store = SettingsStore::active();
+    if (!store)
+        return {};
+    QStringList keys = store->keys(CacheSection(name));
+    keys.sort(Qt::CaseInsensitive);
+    QStringList lines;
+    for (const QString &key : keys)
+        lines.append(key + QLatin1Char('=') + GetCache(name, key));
+    return lines;
+}
+
 void DeleteStationCache(const QString &code)
 {
     if (!code.isEmpty())

@@ -7,6 +7,7 @@
 // Writers of row-wise sections write "count" last, readers never read beyond it.
 
 #include <QString>
+#include <QStringList>
 
 namespace Tarnby {
 
@@ -20,6 +21,9 @@ void DelCache(const QString &name);
 // a reader loop for ever.
 inline constexpr int kMaxCacheRows = 10000;
 int CacheCount(const QString &name);
+// Every key of a section as "key=value", sorted by key without regard to case: a whole
+// branch at a glance, for tools and tests. Empty when the store is not open.
+QStringList CacheBranchLines(const QString &name);
 // Deletes the whole cache subtree of one station, or of every station.
 void DeleteStationCache(const QString &code);
 void DeleteWholeCache();

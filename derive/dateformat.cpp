@@ -119,10 +119,7 @@ QList<Token> tokenize(const QString &picture)
     while (i < picture.size()) {
         const QChar c = picture.at(i);
         if (c == u'"') {
-            const qsizetype close = picture.indexOf(u'"', i + 1);
-            const qsizetype end = close < 0 ? picture.size() : close;
-            appendLiteral(tokens, picture.mid(i + 1, end - i - 1));
-            i = end + 1;
+            appendLiteral(tokens, readQuoted(picture, i));
             continue;
         }
         if (c == u'\\') {
@@ -235,6 +232,15 @@ QString printField(const Token &token, const QDate &d, const QTime &t, bool twel
 }
 
 } // namespace
+
+QString readQuoted(const QString &text, qsizetype &at)
+{
+    const qsizetype close = text.indexOf(text.at(at), at + 1);
+    const qsizetype end = close < 0 ? text.size() : close;
+    const QString quoted = text.mid(at + 1, end - at - 1);
+    at = end + 1;
+    return quoted;
+}
 
 QString formatDateTime(const QDateTime &dt, const QString &picture, const QLocale &locale)
 {

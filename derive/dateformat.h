@@ -35,4 +35,8 @@ namespace Tarnby
 QString formatDateTime(const QDateTime &dt, const QString &picture,
                        const QLocale &locale = QLocale());
 
+// Reads the text quoted at `at` (where the quote character stands) and moves `at` past the
+// closing quote, or to the end of the text when the quote is not closed.
+QString readQuoted(const QString &text, qsizetype &at);
+
 } // namespace Tarnby

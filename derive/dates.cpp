@@ -124,7 +124,7 @@ QString qtDatePattern(const QString &pattern)
     return qt;
 }
 
-// Steps 1-3 of the cleaning: the pattern after cleaning, or nothing when it cannot serve.
+// One pattern after cleaning, or nothing when it cannot serve.
 std::optional<QString> cleanCandidate(QString pattern, const QLocale &locale)
 {
     if (pattern == QStringLiteral("MMMM dd yyyy") || fieldCount(pattern) != 3) return std::nullopt;
@@ -166,10 +166,7 @@ QString pictureFromQtTime(const QString &format)
     while (i < format.size()) {
         const QChar c = format.at(i);
         if (c == u'\'') {
-            const qsizetype close = format.indexOf(u'\'', i + 1);
-            const qsizetype end = close < 0 ? format.size() : close;
-            out += QLatin1Char('"') + format.mid(i + 1, end - i - 1) + QLatin1Char('"');
-            i = end + 1;
+            out += QLatin1Char('"') + readQuoted(format, i) + QLatin1Char('"');
         } else if (c == u't' || c == u'z') {
             while (i < format.size() && format.at(i) == c)
                 ++i;
@@ -218,7 +215,7 @@ QString orderOf(const QString &pattern)
 
 void loadInto(DateState &s, const QLocale &locale)
 {
-    s.loaded = true; // before cleaning, which reads the state's locale
+    s.loaded = true;
     s.locale = locale;
     s.shortPattern = cleanWith(pictureFromQtDate(locale.dateFormat(QLocale::ShortFormat)), locale);
     s.timePattern = pictureFromQtTime(locale.timeFormat(QLocale::LongFormat));
@@ -239,7 +236,6 @@ void loadInto(DateState &s, const QLocale &locale)
 
 struct Ymd {
     int year = 0, month = 0, day = 0;
-    bool fourDigitYear = true; // whether the text gave the century
     bool valid() const { return year >= 100 && year <= 9999 && QDate(year, month, day).isValid(); }
 };
 
@@ -325,7 +321,6 @@ Ymd byOrder(const QStringList &n, const QString &order)
             break;
         default:
             ymd.year = fullYear(value, int(n.at(i).size()));
-            ymd.fourDigitYear = n.at(i).size() > 2;
         }
     }
     return ymd;
@@ -347,8 +342,7 @@ std::optional<Ymd> withMonthName(int month, const QStringList &numbers)
     if (numbers.size() != 2) return std::nullopt;
     const int yearAt = yearLike(numbers.at(0)) && !yearLike(numbers.at(1)) ? 0 : 1;
     const QString &year = numbers.at(yearAt);
-    return Ymd{fullYear(year.toInt(), int(year.size())), month, numbers.at(1 - yearAt).toInt(),
-               year.size() > 2};
+    return Ymd{fullYear(year.toInt(), int(year.size())), month, numbers.at(1 - yearAt).toInt()};
 }
 
 std::optional<Ymd> readNumbers(const QStringList &n, const QString &systemOrder)
@@ -360,7 +354,7 @@ std::optional<Ymd> readNumbers(const QStringList &n, const QString &systemOrder)
         return ymd;
     }
     if (n.size() != 2) return std::nullopt;
-    const int thisYear = clock().now().date().year();
+    const int thisYear = localNow().date().year();
     if (yearLike(n.at(0)) || yearLike(n.at(1))) {
         const int yearAt = yearLike(n.at(0)) ? 0 : 1;
         const QString &year = n.at(yearAt);
@@ -389,7 +383,7 @@ std::optional<Ymd> readDatePart(const QString &text, const DateState &s)
     if (numbers.size() == 1) {
         const QString &n = numbers.first();
         return yearLike(n) ? Ymd{fullYear(n.toInt(), int(n.size())), month, 1}
-                           : Ymd{clock().now().date().year(), month, n.toInt()};
+                           : Ymd{localNow().date().year(), month, n.toInt()};
     }
     return withMonthName(month, numbers);
 }

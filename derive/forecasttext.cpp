@@ -2,11 +2,10 @@
 
 #include "core/processvalues.h"
 #include "core/weathercache.h"
+#include "derive/dates.h"
 #include "derive/numberformat.h"
 #include "derive/units.h"
 
-#include <QDate>
-#include <QLocale>
 #include <QRegularExpression>
 #include <QStringList>
 
@@ -402,50 +401,12 @@ std::optional<double> numberNearPercentSign(const QString &text)
     return std::nullopt;
 }
 
-// A time of day as an hour from 0 to 23, from texts such as "7 PM", "7:00:00 PM", "19:00",
-// "2024-04-03T19:00:00" or "4/3/2024 7:00 PM". A bare number is not a time.
-std::optional<int> hourOfTime(QStringView text)
+// A date as the cache holds it: in the system's forms, or as an ISO date-time
+// ("2024-04-03T19:00:00") the way the providers deliver the hours.
+std::optional<QDateTime> readCacheDate(QString text)
 {
-    text = text.trimmed();
-    std::optional<bool> afternoon;
-    if (text.size() >= 2 && text.right(1).compare(u"M", kAnyCase) == 0) {
-        const QChar mark = text[text.size() - 2].toUpper();
-        if (mark != u'A' && mark != u'P') return std::nullopt;
-        afternoon = mark == u'P';
-        text = text.chopped(2).trimmed();
-    }
-    const qsizetype split = std::max(text.lastIndexOf(u' '), text.lastIndexOf(u'T'));
-    const QStringView date = text.left(std::max<qsizetype>(split, 0));
-    for (const QChar c : date)
-        if (!isAsciiDigit(c) && c != u'/' && c != u'-' && c != u'.') return std::nullopt;
-    const QList<QStringView> parts = text.mid(split + 1).split(u':');
-    if (parts.size() > 3 || (parts.size() == 1 && !afternoon)) return std::nullopt;
-    int fields[3] = {0, 0, 0};
-    for (qsizetype i = 0; i < parts.size(); ++i) {
-        bool ok = false;
-        fields[i] = parts[i].toInt(&ok);
-        if (!ok || parts[i].isEmpty() || parts[i].size() > 2 || !isAsciiDigit(parts[i][0]))
-            return std::nullopt;
-    }
-    const int hour = fields[0];
-    if (fields[1] > 59 || fields[2] > 59 || hour > (afternoon ? 12 : 23)) return std::nullopt;
-    if (!afternoon) return hour;
-    return hour % 12 + (*afternoon ? 12 : 0);
-}
-
-// A date as the cache keeps it: ISO ("2024-04-03", also the start of a date-time), the
-// locale's short form, or month/day/year.
-QDate readDate(const QString &text)
-{
-    QDate date = QDate::fromString(text.left(10), Qt::ISODate);
-    if (date.isValid()) return date;
-    QString shortFormat = QLocale().dateFormat(QLocale::ShortFormat);
-    if (!shortFormat.contains(u"yyyy")) shortFormat.replace(u"yy"_s, u"yyyy"_s);
-    for (const QString &format : {shortFormat, u"M/d/yyyy"_s}) {
-        date = QDate::fromString(text.trimmed(), format);
-        if (date.isValid()) return date;
-    }
-    return {};
+    if (text.size() > 10 && text[10] == u'T') text[10] = u' ';
+    return readDate(text);
 }
 
 // Day-of-month order across a month's end: the 31st lies before the 1st that follows.
@@ -654,9 +615,10 @@ void ReprocessForecasts()
 
 QString DayPartOfHour(const QString &text)
 {
-    const std::optional<int> hour = hourOfTime(text);
-    if (!hour) return {};
-    return *hour >= 6 && *hour <= 16 ? u"D"_s : u"N"_s;
+    const std::optional<QDateTime> when = readCacheDate(text);
+    if (!when) return {};
+    const int hour = when->time().hour();
+    return hour >= 6 && hour <= 16 ? u"D"_s : u"N"_s;
 }
 
 QString HourlyChanceSummary()
@@ -674,13 +636,13 @@ QString HourlyChanceSummary()
         const QString dateTime = GetCache(kHourly, rowKey(u"date-time", row));
         QString rowPart = DayPartOfHour(GetCache(kHourly, rowKey(u"hour", row)));
         if (rowPart.isEmpty()) rowPart = DayPartOfHour(dateTime);
-        QDate date = readDate(dateTime);
-        if (!date.isValid()) date = readDate(GetCache(kHourly, rowKey(u"date", row)));
-        if (rowPart.isEmpty() || !date.isValid()) continue;
+        std::optional<QDateTime> date = readCacheDate(dateTime);
+        if (!date) date = readCacheDate(GetCache(kHourly, rowKey(u"date", row)));
+        if (rowPart.isEmpty() || !date) continue;
         if (rowPart != part) {
             close();
             part = rowPart;
-            day = date.day();
+            day = date->date().day();
             largest = 0;
         }
         const QString chance = GetCache(kHourly, rowKey(u"prob-of-precip", row));
@@ -692,13 +654,13 @@ QString HourlyChanceSummary()
 
 int ApplyHourlyChance()
 {
-    const QDate first = readDate(GetCache(kDaily, u"date"_s));
+    const std::optional<QDateTime> first = readCacheDate(GetCache(kDaily, u"date"_s));
     const int days = CacheCount(kDaily);
     int skipped = 0;
     int day = 0;
     for (const QString &entry : HourlyChanceSummary().split(u'|', Qt::SkipEmptyParts)) {
         const int entryDay = entry.left(2).toInt();
-        if (first.isValid() && dayLiesBefore(entryDay, first.day())) {
+        if (first && dayLiesBefore(entryDay, first->date().day())) {
             ++skipped;
             continue;
         }

@@ -53,8 +53,9 @@ void FillChanceFromForecast();
 void ReprocessForecasts();
 
 // "D" for a time from 6 AM to 4 PM (the whole hour of 4 PM included), "N" for any other
-// time, an empty text for a text that is not a time ("7 PM", "19:00", "7:00:00 PM",
-// "2024-04-03T19:00:00" and "4/3/2024 7:00 PM" are times).
+// time, an empty text for a text that is not a date or time. Texts are read as the dates
+// module reads them ("7 PM", "19:00", "4/3/2024 7:00 PM"), ISO date-times too
+// ("2024-04-03T19:00:00"); a date without a time is midnight.
 QString DayPartOfHour(const QString &text);
 // The hourly chances of precipitation by day part, "14D30|14N60|15D10": day of the month
 // in two digits (of the day part's first hour), "D" or "N", the largest chance.

@@ -1,5 +1,7 @@
 #include "derive/sunmoon.h"
 
+#include "derive/numberformat.h"
+
 #include "core/log.h"
 #include "core/processvalues.h"
 #include "core/weathercache.h"
@@ -31,6 +33,7 @@ struct SunAtNoon {
     double noonUt;        // hours after 0h UT of the date
     double sinDecl;       // sine of the declination
     double sinDeclPerDay; // its change per day, to carry it to the time of each event
+    double radius;        // apparent radius of the disc, degrees
 };
 
 // Days since 2000 January 0.0 UT, at 0h UT of the date.
@@ -63,23 +66,24 @@ SunAtNoon sunAt(double d, double longitude)
         revolution(ra - meanLongitude + 180.0) - 180.0; // minus the equation of time
     // The true longitude advances at the mean rate, faster near perihelion.
     const double lonPerDay = 0.9856002585 * kDegToRad * (1.0 + 2.0 * e * cosM);
+    const double distance = std::sqrt(x * x + y * y); // astronomical units
     return {12.0 - longitude / 15.0 + raMinusL / 15.0, sinLon * sinObliquity,
-            sinObliquity * cosLon * lonPerDay};
+            sinObliquity * cosLon * lonPerDay, 0.2666 / distance};
 }
 
 // One crossing of the altitude whose sine is sinAltitude; direction -1 rising, +1 setting.
-// The hour angle is found at noon's declination first, then twice more at the declination
-// of the moment it gives, which matters most at high latitudes around the equinoxes.
+// The hour angle is found at noon's declination first, then again at the declination of
+// the moment it gives, which matters most at high latitudes around the equinoxes.
 std::optional<double> crossing(const SunAtNoon &sun, double sinAltitude, double sinLat,
                                double cosLat, double direction)
 {
     double fromNoon = 0.0; // hours
-    for (int pass = 0; pass < 3; ++pass) {
+    for (int pass = 0; pass < 2; ++pass) {
         const double sinDecl = sun.sinDecl + sun.sinDeclPerDay * fromNoon / 24.0;
         const double cosDecl = std::sqrt(1.0 - sinDecl * sinDecl);
         const double cosHourAngle = (sinAltitude - sinLat * sinDecl) / (cosLat * cosDecl);
-        if (!(cosHourAngle >= -1.0 &&
-              cosHourAngle <= 1.0)) { // above 1: always below; under -1: always above
+        // Above 1 the sun stays below the altitude all day, under -1 above it. Decided at noon.
+        if (!(cosHourAngle >= -1.0 && cosHourAngle <= 1.0)) {
             if (pass == 0) return std::nullopt;
             break;
         }
@@ -99,12 +103,10 @@ SunCrossing crossings(const SunAtNoon &sun, double altitude, double sinLat, doub
     return c;
 }
 
-// TODO(merge): use numberformat.h
+// A latitude or longitude: a number in the locale, or nothing ("N/A", "", "abc").
 std::optional<double> numberFromText(const QString &text)
 {
-    bool ok = false;
-    const double value = QString(text).replace(u',', u'.').trimmed().toDouble(&ok);
-    return ok && std::isfinite(value) ? std::optional(value) : std::nullopt;
+    return isNumeric(text) ? readNumber(text) : std::nullopt;
 }
 
 // ---- sun step ---------------------------------------------------------------------------
@@ -136,47 +138,47 @@ constexpr double kLunationZeroDateNumber = 8388.51399305556;
 constexpr int kLunationsBefore2000 = 953;
 constexpr double kEndOfDay = 86399.0 / 86400.0; // 11:59:59 PM
 
-// One periodic term: coefficient * E^ePower * sin(m M + mp M' + f F + omega Omega).
-struct PhaseTerm {
-    double coefficient;
+// The argument of one periodic term: E^ePower * sin(m M + mp M' + f F + omega Omega).
+struct Argument {
     int ePower, m, mp, f, omega;
 };
 
-// Corrections to the mean phase, in days (Meeus, Astronomical Algorithms, ch. 49).
-constexpr PhaseTerm kNewMoonTerms[] = {
-    {-0.40720, 0, 0, 1, 0, 0}, {0.17241, 1, 1, 0, 0, 0},    {0.01608, 0, 0, 2, 0, 0},
-    {0.01039, 0, 0, 0, 2, 0},  {0.00739, 1, -1, 1, 0, 0},   {-0.00514, 1, 1, 1, 0, 0},
-    {0.00208, 2, 2, 0, 0, 0},  {-0.00111, 0, 0, 1, -2, 0},  {-0.00057, 0, 0, 1, 2, 0},
-    {0.00056, 1, 1, 2, 0, 0},  {-0.00042, 0, 0, 3, 0, 0},   {0.00042, 1, 1, 0, 2, 0},
-    {0.00038, 1, 1, 0, -2, 0}, {-0.00024, 1, -1, 2, 0, 0},  {-0.00017, 0, 0, 0, 0, 1},
-    {-0.00007, 0, 2, 1, 0, 0}, {0.00004, 0, 0, 2, -2, 0},   {0.00004, 0, 3, 0, 0, 0},
-    {0.00003, 0, 1, 1, -2, 0}, {0.00003, 0, 0, 2, 2, 0},    {-0.00003, 0, 1, 1, 2, 0},
-    {0.00003, 0, -1, 1, 2, 0}, {-0.00002, 0, -1, 1, -2, 0}, {-0.00002, 0, 1, 3, 0, 0},
-    {0.00002, 0, 0, 4, 0, 0},
+// Corrections to the mean phase, in days (Meeus, Astronomical Algorithms, ch. 49). New
+// and full moon share their arguments.
+struct SyzygyTerm {
+    double newMoon, fullMoon;
+    Argument argument;
+};
+constexpr SyzygyTerm kSyzygyTerms[] = {
+    {-0.40720, -0.40614, {0, 0, 1, 0, 0}},   {0.17241, 0.17302, {1, 1, 0, 0, 0}},
+    {0.01608, 0.01614, {0, 0, 2, 0, 0}},     {0.01039, 0.01043, {0, 0, 0, 2, 0}},
+    {0.00739, 0.00734, {1, -1, 1, 0, 0}},    {-0.00514, -0.00515, {1, 1, 1, 0, 0}},
+    {0.00208, 0.00209, {2, 2, 0, 0, 0}},     {-0.00111, -0.00111, {0, 0, 1, -2, 0}},
+    {-0.00057, -0.00057, {0, 0, 1, 2, 0}},   {0.00056, 0.00056, {1, 1, 2, 0, 0}},
+    {-0.00042, -0.00042, {0, 0, 3, 0, 0}},   {0.00042, 0.00042, {1, 1, 0, 2, 0}},
+    {0.00038, 0.00038, {1, 1, 0, -2, 0}},    {-0.00024, -0.00024, {1, -1, 2, 0, 0}},
+    {-0.00017, -0.00017, {0, 0, 0, 0, 1}},   {-0.00007, -0.00007, {0, 2, 1, 0, 0}},
+    {0.00004, 0.00004, {0, 0, 2, -2, 0}},    {0.00004, 0.00004, {0, 3, 0, 0, 0}},
+    {0.00003, 0.00003, {0, 1, 1, -2, 0}},    {0.00003, 0.00003, {0, 0, 2, 2, 0}},
+    {-0.00003, -0.00003, {0, 1, 1, 2, 0}},   {0.00003, 0.00003, {0, -1, 1, 2, 0}},
+    {-0.00002, -0.00002, {0, -1, 1, -2, 0}}, {-0.00002, -0.00002, {0, 1, 3, 0, 0}},
+    {0.00002, 0.00002, {0, 0, 4, 0, 0}},
 };
 
-constexpr PhaseTerm kFullMoonTerms[] = {
-    {-0.40614, 0, 0, 1, 0, 0}, {0.17302, 1, 1, 0, 0, 0},    {0.01614, 0, 0, 2, 0, 0},
-    {0.01043, 0, 0, 0, 2, 0},  {0.00734, 1, -1, 1, 0, 0},   {-0.00515, 1, 1, 1, 0, 0},
-    {0.00209, 2, 2, 0, 0, 0},  {-0.00111, 0, 0, 1, -2, 0},  {-0.00057, 0, 0, 1, 2, 0},
-    {0.00056, 1, 1, 2, 0, 0},  {-0.00042, 0, 0, 3, 0, 0},   {0.00042, 1, 1, 0, 2, 0},
-    {0.00038, 1, 1, 0, -2, 0}, {-0.00024, 1, -1, 2, 0, 0},  {-0.00017, 0, 0, 0, 0, 1},
-    {-0.00007, 0, 2, 1, 0, 0}, {0.00004, 0, 0, 2, -2, 0},   {0.00004, 0, 3, 0, 0, 0},
-    {0.00003, 0, 1, 1, -2, 0}, {0.00003, 0, 0, 2, 2, 0},    {-0.00003, 0, 1, 1, 2, 0},
-    {0.00003, 0, -1, 1, 2, 0}, {-0.00002, 0, -1, 1, -2, 0}, {-0.00002, 0, 1, 3, 0, 0},
-    {0.00002, 0, 0, 4, 0, 0},
+struct QuarterTerm {
+    double coefficient;
+    Argument argument;
 };
-
-constexpr PhaseTerm kQuarterTerms[] = {
-    {-0.62801, 0, 0, 1, 0, 0}, {0.17172, 1, 1, 0, 0, 0},    {-0.01183, 1, 1, 1, 0, 0},
-    {0.00862, 0, 0, 2, 0, 0},  {0.00804, 0, 0, 0, 2, 0},    {0.00454, 1, -1, 1, 0, 0},
-    {0.00204, 2, 2, 0, 0, 0},  {-0.00180, 0, 0, 1, -2, 0},  {-0.00070, 0, 0, 1, 2, 0},
-    {-0.00040, 0, 0, 3, 0, 0}, {-0.00034, 1, -1, 2, 0, 0},  {0.00032, 1, 1, 0, 2, 0},
-    {0.00032, 1, 1, 0, -2, 0}, {-0.00028, 2, 2, 1, 0, 0},   {0.00027, 1, 1, 2, 0, 0},
-    {-0.00017, 0, 0, 0, 0, 1}, {-0.00005, 0, -1, 1, -2, 0}, {0.00004, 0, 0, 2, 2, 0},
-    {-0.00004, 0, 1, 1, 2, 0}, {0.00004, 0, -2, 1, 0, 0},   {0.00003, 0, 1, 1, -2, 0},
-    {0.00003, 0, 3, 0, 0, 0},  {0.00002, 0, 0, 2, -2, 0},   {0.00002, 0, -1, 1, 2, 0},
-    {-0.00002, 0, 1, 3, 0, 0},
+constexpr QuarterTerm kQuarterTerms[] = {
+    {-0.62801, {0, 0, 1, 0, 0}}, {0.17172, {1, 1, 0, 0, 0}},    {-0.01183, {1, 1, 1, 0, 0}},
+    {0.00862, {0, 0, 2, 0, 0}},  {0.00804, {0, 0, 0, 2, 0}},    {0.00454, {1, -1, 1, 0, 0}},
+    {0.00204, {2, 2, 0, 0, 0}},  {-0.00180, {0, 0, 1, -2, 0}},  {-0.00070, {0, 0, 1, 2, 0}},
+    {-0.00040, {0, 0, 3, 0, 0}}, {-0.00034, {1, -1, 2, 0, 0}},  {0.00032, {1, 1, 0, 2, 0}},
+    {0.00032, {1, 1, 0, -2, 0}}, {-0.00028, {2, 2, 1, 0, 0}},   {0.00027, {1, 1, 2, 0, 0}},
+    {-0.00017, {0, 0, 0, 0, 1}}, {-0.00005, {0, -1, 1, -2, 0}}, {0.00004, {0, 0, 2, 2, 0}},
+    {-0.00004, {0, 1, 1, 2, 0}}, {0.00004, {0, -2, 1, 0, 0}},   {0.00003, {0, 1, 1, -2, 0}},
+    {0.00003, {0, 3, 0, 0, 0}},  {0.00002, {0, 0, 2, -2, 0}},   {0.00002, {0, -1, 1, 2, 0}},
+    {-0.00002, {0, 1, 3, 0, 0}},
 };
 
 // The planetary arguments A1 to A14: constant, rate per lunation, and their corrections.
@@ -219,16 +221,29 @@ std::array<Turn, 7> powersOf(const Turn &t)
     return p;
 }
 
-double periodicSum(const PhaseTerm (&terms)[25], const std::array<Turn, 7> &pm,
-                   const std::array<Turn, 7> &pmp, const std::array<Turn, 7> &pf, const Turn &omega,
-                   double e)
+// The fundamental arguments of one phase, as powers of their turns.
+struct PhaseArguments {
+    std::array<Turn, 7> m, mp, f;
+    Turn omega;
+    double ePowers[3];
+
+    double term(double coefficient, const Argument &a) const
+    {
+        Turn arg = m[a.m + 2] * mp[a.mp + 2] * f[a.f + 2];
+        if (a.omega) arg = arg * omega;
+        return coefficient * ePowers[a.ePower] * arg.s;
+    }
+};
+
+double periodicSum(const PhaseArguments &args, int phase)
 {
-    const double ePowers[] = {1.0, e, e * e};
     double sum = 0.0;
-    for (const PhaseTerm &t : terms) {
-        Turn arg = pm[t.m + 2] * pmp[t.mp + 2] * pf[t.f + 2];
-        if (t.omega) arg = arg * omega;
-        sum += t.coefficient * ePowers[t.ePower] * arg.s;
+    if (phase == 1 || phase == 3) {
+        for (const QuarterTerm &t : kQuarterTerms)
+            sum += args.term(t.coefficient, t.argument);
+    } else {
+        for (const SyzygyTerm &t : kSyzygyTerms)
+            sum += args.term(phase == 0 ? t.newMoon : t.fullMoon, t.argument);
     }
     return sum;
 }
@@ -401,13 +416,15 @@ double DateNumberFromJulianDay(double julianDay)
 SunTimes GetSunTimes(double latitude, double longitude, const QDate &date, int biasMinutes)
 {
     if (!date.isValid() || !std::isfinite(latitude) || !std::isfinite(longitude) ||
-        std::fabs(latitude) > 90.0 || std::fabs(longitude) > 360.0)
+        std::fabs(latitude) > 90.0 || std::fabs(longitude) > 180.0)
         return {};
     const SunAtNoon sun = sunAt(dayNumber(date) + 0.5 - longitude / 360.0, longitude);
     const double sinLat = std::sin(latitude * kDegToRad);
     const double cosLat = std::cos(latitude * kDegToRad);
     const double biasHours = biasMinutes / 60.0;
-    return {crossings(sun, -35.0 / 60.0, sinLat, cosLat, biasHours),
+    // Sunrise and sunset are when the upper edge of the disc meets the horizon, lifted by
+    // 35' of refraction; the twilights go by the centre.
+    return {crossings(sun, -35.0 / 60.0 - sun.radius, sinLat, cosLat, biasHours),
             crossings(sun, -6.0, sinLat, cosLat, biasHours),
             crossings(sun, -12.0, sinLat, cosLat, biasHours),
             crossings(sun, -18.0, sinLat, cosLat, biasHours)};
@@ -465,16 +482,12 @@ double GetMoonPhaseDate(double k, int phase)
         turn(201.5643 + 385.81693528 * k + 0.0107438 * t2 + 1.239e-5 * t3 - 5.8e-8 * t4);
     const Turn f = turn(160.7108 + 390.67050274 * k - 0.0016341 * t2 - 2.27e-6 * t3 + 1.1e-8 * t4);
     const Turn omega = turn(124.7746 - 1.5637558 * k + 0.0020691 * t2 + 2.15e-6 * t3);
-    const std::array<Turn, 7> pm = powersOf(m), pmp = powersOf(mp), pf = powersOf(f);
-
-    const PhaseTerm(&terms)[25] = phase == 0   ? kNewMoonTerms
-                                  : phase == 2 ? kFullMoonTerms
-                                               : kQuarterTerms;
-    jde += periodicSum(terms, pm, pmp, pf, omega, e);
+    const PhaseArguments args{powersOf(m), powersOf(mp), powersOf(f), omega, {1.0, e, e * e}};
+    jde += periodicSum(args, phase);
     if (phase == 1 || phase == 3) {
         const double w = 0.00306 - 0.00038 * e * m.c + 0.00026 * mp.c -
                          0.00002 * (mp * m.conjugate()).c + 0.00002 * (mp * m).c +
-                         0.00002 * pf[4].c;
+                         0.00002 * args.f[4].c;
         jde += phase == 1 ? w : -w;
     }
     for (const PlanetaryTerm &a : kPlanetaryTerms) {

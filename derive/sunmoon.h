@@ -29,7 +29,7 @@ double DateNumberFromJulianDay(double julianDay);
 
 // ---- sun --------------------------------------------------------------------------------
 
-// When the sun's centre crosses one altitude going up and coming down, in local hours
+// When the sun crosses one altitude going up and coming down, in local hours
 // after midnight of the date asked for (below 0 or from 24 on when the crossing falls on
 // the day before or after). No value when the sun stays above or below that altitude.
 struct SunCrossing {
@@ -37,8 +37,9 @@ struct SunCrossing {
     std::optional<double> set;
 };
 
-// Sunrise and sunset (-35' for refraction), and dawn and dusk at -6 (civil), -12
-// (nautical) and -18 (astronomical) degrees.
+// Sunrise and sunset (the upper edge of the sun at -35', the refraction at the horizon),
+// and dawn and dusk with the centre at -6 (civil), -12 (nautical) and -18 (astronomical)
+// degrees.
 struct SunTimes {
     SunCrossing sun, civil, nautical, astronomical;
 };

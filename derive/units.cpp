@@ -80,37 +80,11 @@ QString swapSymbols(QString text, QChar from, QChar fromGroup, QChar to, QChar t
 }
 
 void writeTwins(const QString &section, const QStringList &keys, const QString &suffix,
-                QString (*convert)(const QString &))
+                Quantity quantity)
 {
     for (const QString &key : keys)
-        SaveCache(section, key + suffix + u'C', convert(GetCache(section, key + suffix)));
-}
-
-QString celsiusTwin(const QString &value)
-{
-    return ToCelsius(value, true);
-}
-QString pressureTwin(const QString &value)
-{
-    return PressureFromInches(value, process().UnitBar);
-}
-QString rainTwin(const QString &value)
-{
-    return RainFromInches(value, process().UnitPre);
-}
-QString windTwin(const QString &value)
-{
-    return WindFromMph(value, process().UnitWind);
-}
-QString visibilityTwin(const QString &value)
-{
-    return VisibilityFromMiles(value, process().UnitVis);
-}
-// A rate of change is a difference, not a temperature: it takes the rate rule, and is
-// tidied so that a zero change reads "0.0".
-QString rateTwin(const QString &value)
-{
-    return TidyNumberText(RateToFahrenheit(value));
+        SaveCache(section, key + suffix + u'C',
+                  ToUserUnits(quantity, GetCache(section, key + suffix)));
 }
 
 } // namespace
@@ -159,6 +133,7 @@ void LoadConversionSettings()
     pv.UnitBar = text("Bar", "inches");
     pv.UnitPre = text("Pre", "inches");
     pv.UnitVis = text("Vis", "miles");
+    if (pv.UnitVis == u"inches") pv.UnitVis = u"miles"_s; // a mistake of earlier versions
     pv.RoundWind = flag("RoundWindSpeed");
     ConversionOptions &options = conversionOptions();
     options.bothUnits = flag("Both");
@@ -315,36 +290,56 @@ QString ToLocaleNumber(const QString &text)
                        locale.group);
 }
 
+QString ToUserUnits(Quantity quantity, const QString &value)
+{
+    const ProcessValues &pv = process();
+    switch (quantity) {
+    case Quantity::Temperature:
+        return ToCelsius(value, true);
+    case Quantity::TemperatureRate: // a difference, not a temperature: the rate rule
+        return TidyNumberText(RateToFahrenheit(value));
+    case Quantity::Pressure:
+        return PressureFromInches(value, pv.UnitBar);
+    case Quantity::Rain:
+        return RainFromInches(value, pv.UnitPre);
+    case Quantity::Visibility:
+        return VisibilityFromMiles(value, pv.UnitVis);
+    case Quantity::Wind:
+        return WindFromMph(value, pv.UnitWind);
+    }
+    return value;
+}
+
 void WriteCurrentTwins()
 {
     const ProcessValues &pv = process();
-    const QString current = QStringLiteral("Current");
+    const QString current = u"Current"_s;
     const QString none;
     if (pv.UnitBar != u"inches")
         writeTwins(current,
                    {u"pressure"_s, u"pressure-high"_s, u"pressure-low"_s, u"pressure-rate"_s}, none,
-                   pressureTwin);
-    if (pv.UnitVis != u"miles") writeTwins(current, {u"visibility"_s}, none, visibilityTwin);
+                   Quantity::Pressure);
+    if (pv.UnitVis != u"miles") writeTwins(current, {u"visibility"_s}, none, Quantity::Visibility);
     if (pv.UnitPre != u"inches")
         writeTwins(
             current,
             {u"rain-month"_s, u"rain-today"_s, u"rain-year"_s, u"rain-rate"_s, u"rain-rate-max"_s},
-            none, rainTwin);
+            none, Quantity::Rain);
     if (CelsiusTwinsWanted()) {
         writeTwins(current,
                    {u"dew-point"_s, u"feels-like"_s, u"temp"_s, u"temp-high"_s, u"temp-low"_s,
                     u"wet-bulb"_s},
-                   none, celsiusTwin);
-        writeTwins(current, {u"temp-rate"_s}, none, rateTwin);
+                   none, Quantity::Temperature);
+        writeTwins(current, {u"temp-rate"_s}, none, Quantity::TemperatureRate);
     }
     if (pv.UnitWind != u"mph")
         writeTwins(current, {u"gust-speed"_s, u"wind-speed"_s, u"wind-speed-avg"_s}, none,
-                   windTwin);
+                   Quantity::Wind);
 }
 
 void WriteHourlyTwins()
 {
-    const QString hourly = QStringLiteral("Hourly");
+    const QString hourly = u"Hourly"_s;
     const bool celsius = CelsiusTwinsWanted();
     const bool wind = process().UnitWind != u"mph";
     const int count = CacheCount(hourly);
@@ -352,8 +347,8 @@ void WriteHourlyTwins()
         const QString index = QString::number(row);
         if (celsius)
             writeTwins(hourly, {u"dew-point"_s, u"feels-like"_s, u"temperature"_s}, index,
-                       celsiusTwin);
-        if (wind) writeTwins(hourly, {u"wind-speed"_s}, index, windTwin);
+                       Quantity::Temperature);
+        if (wind) writeTwins(hourly, {u"wind-speed"_s}, index, Quantity::Wind);
     }
 }
 

@@ -33,8 +33,9 @@ struct ConversionOptions {
 ConversionOptions &conversionOptions();
 
 // Reads "Conversion" into the process values and conversionOptions(); an empty setting
-// gives its default ("F", "mph", "inches", "inches", "miles", off). Call at start and
-// whenever the options change.
+// gives its default ("F", "mph", "inches", "inches", "miles", off), and the visibility
+// unit "inches" that earlier versions stored by mistake reads as "miles". Call at start
+// and whenever the options change.
 void LoadConversionSettings();
 
 // °F to °C: only when the unit is not "F" or `force` is set. Whole degrees, or tenths
@@ -81,6 +82,13 @@ QString TidyNumberText(const QString &text);
 // "1,234.5" for a German locale). Other texts come back unchanged.
 QString ToInvariantNumber(const QString &text);
 QString ToLocaleNumber(const QString &text);
+
+// The kinds of value that have a display unit of their own.
+enum class Quantity { Temperature, TemperatureRate, Pressure, Rain, Visibility, Wind };
+// A value in the cache's US units in the user's display unit, as the "C" twins hold it:
+// temperatures in °C (forced), a temperature rate by RateToFahrenheit and tidied (a zero
+// change reads "0.0"), the others by the conversion of their unit in process().
+QString ToUserUnits(Quantity quantity, const QString &value);
 
 // After a retrieval and after a change of units: the "C" twins of "\Current" and
 // "\Hourly" in the user's units, for each group whose unit is not the US one.

@@ -1,6 +1,6 @@
 #include "providers/station.h"
 
-#include "providers/numerictest.h"
+#include "derive/numberformat.h"
 
 #include <array>
 
@@ -35,7 +35,7 @@ QString restoreApostrophes(QString text)
 QString coordinateOrEmpty(const QString &value)
 {
     const QString clean = CleanStationText(value);
-    return looksNumeric(QString(clean).remove(QLatin1Char('.'))) ? clean : QString();
+    return isNumeric(QString(clean).remove(QLatin1Char('.'))) ? clean : QString();
 }
 
 bool containsText(const QString &text, const char *word)
@@ -109,7 +109,7 @@ QString clsWxStation::Distance() const
 
 void clsWxStation::setDistance(const QString &value)
 {
-    if (looksNumeric(value)) m_distance = value;
+    if (isNumeric(value)) m_distance = value;
 }
 
 QString clsWxStation::State() const
@@ -243,7 +243,7 @@ QString clsWxStation::ZipCode() const
 void clsWxStation::setZipCode(const QString &value)
 {
     const QString clean = CleanStationText(value);
-    m_zipCode = looksNumeric(clean) ? clean : QString();
+    m_zipCode = isNumeric(clean) ? clean : QString();
 }
 
 QString clsWxStation::Name() const
@@ -296,7 +296,7 @@ int StationGroupNumber(const QString &stationType)
 
 bool IsInternational(const QString &zipCode)
 {
-    if (!looksNumeric(zipCode)) return zipCode != QLatin1String("N/A");
+    if (!isNumeric(zipCode)) return zipCode != QLatin1String("N/A");
     return zipCode.size() >= 6 || zipCode == QLatin1String("0") ||
            zipCode == QLatin1String("00000");
 }

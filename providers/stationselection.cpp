@@ -5,7 +5,7 @@
 #include "core/processvalues.h"
 #include "core/settingsstore.h"
 #include "core/weathercache.h"
-#include "providers/numerictest.h"
+#include "derive/numberformat.h"
 
 #include <utility>
 
@@ -211,13 +211,13 @@ void RepairPostalCode(const PostalCodeLookups &lookups)
     if (selection.ZipCode == QLatin1String("N/A") && lookups.byLocation) {
         saveSelectionValue("CheckedZipCode", QStringLiteral("True"));
         const QString found = lookups.byLocation(selection.Latitude, selection.Longitude);
-        if (looksNumeric(found)) storeRepairedPostalCode(found, QStringLiteral("N/A"));
+        if (isNumeric(found)) storeRepairedPostalCode(found, QStringLiteral("N/A"));
     } else if (selection.ZipCode == QLatin1String("0") &&
                StationGroup(selection.StationType) == QLatin1String("WeatherBug") &&
                lookups.byStation) {
         saveSelectionValue("CheckedZipCode", QStringLiteral("True"));
         const QString found = lookups.byStation(selection.Code);
-        if (looksNumeric(found) && found != QLatin1String("0"))
+        if (isNumeric(found) && found != QLatin1String("0"))
             storeRepairedPostalCode(found, QStringLiteral("0"));
     }
 }

@@ -28,7 +28,8 @@ public:
 void setChildLauncher(ChildLauncher *launcher);
 ChildLauncher &childLauncher();
 
-// Starts a program as a tracked child, with TARNBY_USER_AGENT set to UserAgent().
+// Starts a program as a tracked child, with TARNBY_USER_AGENT set to UserAgent() and
+// TARNBY_RADAR_IMAGE / TARNBY_SATELLITE_IMAGE to the map pictures (MapImageUrl).
 // Returns its process id, 0 on failure (logged).
 qint64 LaunchProcess(const QString &program, const QStringList &arguments);
 bool ChildRunning(qint64 pid);

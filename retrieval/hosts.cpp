@@ -17,7 +17,7 @@ struct HostEntry {
     const char *loopbackPrefix;
 };
 
-constexpr std::array<HostEntry, 22> kHosts{{
+constexpr std::array<HostEntry, 24> kHosts{{
     {Host::Vendor, "Vendor", "https://service.tarnby.invalid", "/vendor"},
     {Host::VendorPlain, "VendorPlain", "http://www.tarnby.invalid", "/vendor-plain"},
     {Host::VendorDownloads, "VendorDownloads", "https://downloads.tarnby.invalid",
@@ -42,6 +42,8 @@ constexpr std::array<HostEntry, 22> kHosts{{
     {Host::IpLocation, "IpLocation", "https://tools.keycdn.com", "/ip-location"},
     {Host::LightningMap, "LightningMap", "https://www.lightningmaps.org", "/lightning"},
     {Host::Instagram, "Instagram", "https://www.instagram.com", "/instagram"},
+    {Host::RadarImages, "RadarImages", "https://radar.weather.gov", "/radar-images"},
+    {Host::SatelliteImages, "SatelliteImages", "https://cdn.star.nesdis.noaa.gov", "/satellite-images"},
 }};
 
 constexpr bool inEnumOrder()
@@ -91,6 +93,13 @@ QString UserAgent()
     const QString contact = GetPref(QStringLiteral("General"), QStringLiteral("Contact"),
                                     QStringLiteral("Tarnby desktop weather station"));
     return QStringLiteral("Tarnby/%1 (%2)").arg(QStringLiteral(TARNBY_VERSION), contact);
+}
+
+QString MapImageUrl(const QString &mapType)
+{
+    return mapType == QStringLiteral("satellite")
+               ? HostUrl(Host::SatelliteImages) + QStringLiteral("/GOES16/ABI/CONUS/GEOCOLOR/1250x750.jpg")
+               : HostUrl(Host::RadarImages) + QStringLiteral("/ridge/standard/CONUS_0.gif");
 }
 
 } // namespace Tarnby

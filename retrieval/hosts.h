@@ -62,6 +62,8 @@ enum class Host {
     IpLocation,          // the IP geolocation page
     LightningMap,        // opened in the map viewer
     Instagram,           // opened in the browser
+    RadarImages,         // the radar picture the map drawer fetches
+    SatelliteImages,     // the satellite picture the map drawer fetches
 };
 
 // The base URL of a host in force: the loopback prefix when "Hosts"/"Override" is set,
@@ -74,5 +76,8 @@ QString HostDefault(Host host);
 // "Tarnby/<version> (<contact>)": the contact is "General"/"Contact". Some services
 // (the NWS API) refuse anonymous clients; children receive it in TARNBY_USER_AGENT.
 QString UserAgent();
+
+// The picture the map drawer (tbradar) fetches for a map type, "radar" or "satellite".
+QString MapImageUrl(const QString &mapType);
 
 } // namespace Tarnby

@@ -7,6 +7,7 @@
 
 #include "app/cli/command.h"
 #include "app/startup.h"
+#include "app/wiring.h"
 #include "core/paths.h"
 #include "core/settingsstore.h"
 
@@ -98,6 +99,7 @@ int main(int argc, char **argv)
         OpenSettingsStore(call.useIni ? QStringLiteral("-i") : QString());
         ChooseProfileFolder();
         LoadProcessValues();
+        InstallRetrievalWiring();
     }
     const int code = command->run(call.args, io);
     out.flush();

@@ -66,12 +66,3 @@ void BM_Write500Keys(benchmark::State &state)
 BENCHMARK(BM_Write500Keys)->Arg(0)->Arg(1)->ArgName("ini")->Unit(benchmark::kMillisecond);
 
 } // namespace
-
-int main(int argc, char **argv)
-{
-    QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

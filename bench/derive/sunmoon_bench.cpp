@@ -39,5 +39,3 @@ void BM_MoonPhaseNameAndIllumination(benchmark::State &state)
 BENCHMARK(BM_MoonPhaseNameAndIllumination);
 
 } // namespace
-
-BENCHMARK_MAIN();

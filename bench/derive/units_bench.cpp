@@ -86,5 +86,3 @@ void BM_ToCelsius(benchmark::State &state)
 BENCHMARK(BM_ToCelsius);
 
 } // namespace
-
-BENCHMARK_MAIN();

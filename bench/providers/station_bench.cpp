@@ -72,5 +72,3 @@ void BM_ChangeWeatherStation(benchmark::State &state)
 BENCHMARK(BM_ChangeWeatherStation)->Unit(benchmark::kMicrosecond);
 
 } // namespace
-
-BENCHMARK_MAIN();

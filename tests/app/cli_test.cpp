@@ -70,8 +70,98 @@ TEST_F(CliTest, HelpListsEveryCommand)
 {
     const Result help = cli({"help"});
     EXPECT_EQ(help.code, 0);
-    for (const char *name : {"get", "set", "delete", "stations", "select", "download", "help"})
+    for (const char *name : {"get", "set", "delete", "stations", "select", "download", "metar", "parse", "help"})
         EXPECT_TRUE(help.out.contains(QString("  ") + name + " ")) << name;
+}
+
+TEST_F(CliTest, MetarPrintsOneReadingALine)
+{
+    const Result got = cli({"metar", "KMSN 131553Z 36010G18KT 10SM OVC029 M03/M08 A3030 RMK AO2 SLP273"});
+    EXPECT_EQ(got.code, 0) << got.err.toStdString();
+    const QStringList lines = got.out.split('\n', Qt::SkipEmptyParts);
+    EXPECT_EQ(lines.size(), 20);
+    for (const char *line : {"StationId=KMSN", "Condition=Overcast", "TemperatureF=26.6", "WindGustSpeedMph=21",
+                             "Pressure=30.30", "IsAuto=False", "Visibility=10"})
+        EXPECT_TRUE(lines.contains(line)) << line;
+}
+
+TEST_F(CliTest, MetarRefusesWhatIsNoUsReport)
+{
+    for (const char *text : {"AGGH 201100Z 00000KT 9999 -DZ FEW005 24/24 Q1012", "<html>Not Found</html>"}) {
+        const Result got = cli({"metar", text});
+        EXPECT_EQ(got.code, 1) << text;
+        EXPECT_TRUE(got.out.isEmpty());
+        EXPECT_FALSE(got.err.isEmpty());
+    }
+    EXPECT_EQ(cli({"metar"}).code, 2);
+}
+
+QString alertDocument(const char *name)
+{
+    return Tarnby::Test::dataFile(QStringLiteral("alerts/") + QLatin1String(name));
+}
+
+TEST_F(CliTest, ParseWritesTheBranchAndPrintsIt)
+{
+    const Result parsed = cli({"parse", "nws-alerts", alertDocument("nws-floodwatch.json")});
+    EXPECT_EQ(parsed.code, 0);
+    EXPECT_EQ(parsed.out, Tarnby::Test::readDataFile("alerts/nws-floodwatch.expected"));
+    EXPECT_EQ(cli({"get", "Cache\\na\\Alerts", "title1"}).out, "Flood Watch\n");
+}
+
+TEST_F(CliTest, ParseOfAnUnreadableDocumentKeepsTheBranchAndFails)
+{
+    cli({"parse", "nws-alerts", alertDocument("nws-floodwatch.json")});
+    const Result parsed = cli({"parse", "nws-alerts", alertDocument("pulse-empty.json")});
+    EXPECT_EQ(parsed.code, 1);
+    EXPECT_EQ(parsed.out, Tarnby::Test::readDataFile("alerts/nws-floodwatch.expected"));
+    EXPECT_FALSE(parsed.err.isEmpty());
+}
+
+TEST_F(CliTest, ParseNamesItsKindsOnBadUsage)
+{
+    for (const QStringList &args :
+         {QStringList{"parse", "daily-forecast", "x.json"}, QStringList{"parse", "nws-alerts"}}) {
+        const Result result = cli(args);
+        EXPECT_EQ(result.code, 2);
+        EXPECT_TRUE(result.err.contains("nws-alerts, pulse-alerts")) << result.err.toStdString();
+    }
+    EXPECT_EQ(cli({"parse", "pulse-alerts", m_dir.filePath("missing.json")}).code, 1);
+}
+
+TEST_F(CliTest, ParseReadsTheForecastDocuments)
+{
+    const auto forecast = [this](const char *kind, const char *name) {
+        return cli({"parse", kind,
+                    Tarnby::Test::dataFile(QStringLiteral("forecast/") + QLatin1String(name))});
+    };
+    const Result hourly = forecast("hourly", "hourly-40.json");
+    EXPECT_EQ(hourly.code, 0);
+    EXPECT_TRUE(hourly.out.startsWith("count=40\n")) << hourly.out.toStdString();
+    const Result daily = forecast("daily", "daily-week.json");
+    EXPECT_EQ(daily.code, 0);
+    EXPECT_TRUE(daily.out.startsWith("count=7\n")) << daily.out.toStdString();
+    EXPECT_TRUE(forecast("uv", "uv-week.json").out.contains("\nindex1=6\n"));
+    const Result amended = forecast("nws-text", "nws-text.xml");
+    EXPECT_TRUE(amended.out.contains("New rainfall amounts of less than a tenth"))
+        << amended.out.toStdString();
+    const Result unreadable = forecast("daily", "html-error.html");
+    EXPECT_EQ(unreadable.code, 1);
+    EXPECT_EQ(unreadable.out, amended.out); // the branch as it was
+}
+
+TEST_F(CliTest, RewriteAndConvertFollowTheStoredUnits)
+{
+    cli({"set", "Conversion", "Temp", "C"});
+    cli({"set", "Conversion", "Wind", "bft"});
+    const Result rewritten = cli({"rewrite", "HIGHS IN THE LOW 50S. WINDS 5 TO 10 MPH."});
+    EXPECT_EQ(rewritten.code, 0);
+    EXPECT_EQ(rewritten.out, QString::fromUtf8("HIGHS near 12°C. WINDS 2 TO 3 bft.\n"));
+    EXPECT_EQ(cli({"convert", "temp", "72"}).out, "22\n");
+    EXPECT_EQ(cli({"convert", "wind", "10"}).out, "3\n");
+    EXPECT_EQ(cli({"convert", "mph-from-knots", "N/A"}).out, "N/A\n");
+    EXPECT_EQ(cli({"convert", "kelvin", "72"}).code, 2);
+    EXPECT_TRUE(cli({"help"}).out.contains("inches-from-pa"));
 }
 
 } // namespace

@@ -11,9 +11,12 @@
 #include <QFile>
 #include <QSignalSpy>
 
+#include <functional>
+
 using namespace Tarnby;
 
-namespace {
+namespace
+{
 
 // A profile override and a program folder of the test's own; the store is opened by
 // start-up itself, as the program does.
@@ -111,54 +114,62 @@ TEST_F(StartupTest, FirstStartCountsTheRunAndAsksForARetrieval)
     EXPECT_EQ(GetPref("Misc", "Runs"), "2");
 }
 
-TEST_F(StartupTest, DefaultSkinMigrationSparesTextOnlySkins)
+// Stored settings, what one start-up leaves of them ("Section/Key=Value|..."), and the
+// state flags it reports (-1: not looked at).
+struct MigrationCase {
+    const char *name;
+    QString stored, expected;
+    int skinReset, firstRun;
+};
+
+class StartupMigration : public StartupTest, public ::testing::WithParamInterface<MigrationCase>
 {
-    OpenSettingsStore(QString());
-    SavePref("Skins", "Interface", "TextOnly Large");
-    SavePref("Misc", "Runs", "7");
-    SavePref("Misc", "IfaceWidth", "640");
-    RunStartup(QString());
-    EXPECT_EQ(GetPref("Skins", "Interface"), "Splendid4"); // the folder is missing: stock skin
-    EXPECT_EQ(GetPref("Misc", "LatestSkin"), "Splendid4");
-    EXPECT_EQ(GetPref("Misc", "Runs"), "8");
+};
+
+void forEachPref(const QString &prefs, const std::function<void(QString, QString, QString)> &f)
+{
+    for (const QString &item : prefs.split(u'|'))
+        f(item.section(u'/', 0, 0), item.section(u'/', 1).section(u'=', 0, 0),
+          item.section(u'=', 1));
 }
 
-TEST_F(StartupTest, OtherSkinsAreResetToTheDefault)
+TEST_P(StartupMigration, RewritesTheStoredSettings)
 {
     OpenSettingsStore(QString());
-    SavePref("Skins", "Interface", "Old Skin");
-    SavePref("Misc", "Runs", "7");
-    SavePref("Misc", "IfaceWidth", "640");
-    SavePref("Misc", "LastPage", "Day");
+    forEachPref(GetParam().stored, [](QString s, QString k, QString v) { SavePref(s, k, v); });
     const StartupState state = RunStartup(QString());
-    EXPECT_TRUE(state.SkinReset);
-    EXPECT_EQ(GetPref("Skins", "Interface"), "Splendid4");
-    EXPECT_EQ(GetPref("Misc", "IfaceWidth"), "");
-    EXPECT_EQ(GetPref("Misc", "LastPage"), "Current");
-    EXPECT_TRUE(state.FirstRun); // Runs went back to 0
+    forEachPref(GetParam().expected, [](QString s, QString k, QString v) {
+        EXPECT_EQ(GetPref(s, k), v) << s.toStdString() << '/' << k.toStdString();
+    });
+    if (GetParam().skinReset >= 0) {
+        EXPECT_EQ(state.SkinReset, bool(GetParam().skinReset));
+    }
+    if (GetParam().firstRun >= 0) {
+        EXPECT_EQ(state.FirstRun, bool(GetParam().firstRun));
+    }
 }
 
-TEST_F(StartupTest, TheSkinMigrationRunsOnce)
-{
-    OpenSettingsStore(QString());
-    SavePref("Misc", "LatestSkin", "Splendid4");
-    SavePref("Misc", "Runs", "7");
-    SavePref("Misc", "LastPage", "Day");
-    const StartupState state = RunStartup(QString());
-    EXPECT_FALSE(state.SkinReset);
-    EXPECT_EQ(GetPref("Misc", "LastPage"), "Day");
-    EXPECT_EQ(GetPref("Misc", "Runs"), "8");
-}
-
-TEST_F(StartupTest, OldTooltipIconSwitchesBecomeValueLetters)
-{
-    OpenSettingsStore(QString());
-    SavePref("TrayTooltip", "Values", "A2B2");
-    SavePref("TrayTooltip", "DisplayDailyIcons", "True");
-    RunStartup(QString());
-    EXPECT_EQ(GetPref("TrayTooltip", "Values"), "1AB");
-    EXPECT_EQ(GetPref("TrayTooltip", "DisplayDailyIcons"), "");
-}
+INSTANTIATE_TEST_SUITE_P(
+    Cases, StartupMigration,
+    ::testing::Values(
+        // the TextOnly folder is missing, so the stock skin takes its place
+        MigrationCase{"TextOnlySkin",
+                      "Skins/Interface=TextOnly Large|Misc/Runs=7|Misc/IfaceWidth=640",
+                      "Skins/Interface=Splendid4|Misc/LatestSkin=Splendid4|Misc/Runs=8", -1, -1},
+        // Runs goes back to 0, so this counts as a first run
+        MigrationCase{"OtherSkinsAreReset",
+                      "Skins/Interface=Old Skin|Misc/Runs=7|Misc/IfaceWidth=640|Misc/LastPage=Day",
+                      "Skins/Interface=Splendid4|Misc/IfaceWidth=|Misc/LastPage=Current", 1, 1},
+        MigrationCase{"SkinMigrationRunsOnce",
+                      "Misc/LatestSkin=Splendid4|Misc/Runs=7|Misc/LastPage=Day",
+                      "Misc/LastPage=Day|Misc/Runs=8", 0, -1},
+        MigrationCase{"TooltipIconSwitchesBecomeValueLetters",
+                      "TrayTooltip/Values=A2B2|TrayTooltip/DisplayDailyIcons=True",
+                      "TrayTooltip/Values=1AB|TrayTooltip/DisplayDailyIcons=", -1, -1},
+        MigrationCase{"DeleteCacheRemovesEveryStationsData",
+                      "Cache\\KDSM\\Current/temp=70|Misc/DeleteCache=True",
+                      "Cache\\KDSM\\Current/temp=|Misc/DeleteCache=False", -1, -1}),
+    [](const auto &info) { return std::string(info.param.name); });
 
 TEST_F(StartupTest, UpgradeKeepsTheUsersMapsOnceAsBackup)
 {
@@ -174,16 +185,6 @@ TEST_F(StartupTest, UpgradeKeepsTheUsersMapsOnceAsBackup)
     EXPECT_EQ(ReadFile(profileFile("Maps.Backup")), "my maps");
     EXPECT_EQ(ReadFile(profileFile("Skins/Interface/Splendid4/Skin.tbt")), "[TEMP]");
     EXPECT_EQ(GetPref("Misc", "UpgradeSkins"), "False");
-}
-
-TEST_F(StartupTest, DeleteCacheRemovesEveryStationsData)
-{
-    OpenSettingsStore(QString());
-    SavePref("Cache\\KDSM\\Current", "temp", "70");
-    SavePref("Misc", "DeleteCache", "True");
-    RunStartup(QString());
-    EXPECT_EQ(GetPref("Cache\\KDSM\\Current", "temp"), "");
-    EXPECT_EQ(GetPref("Misc", "DeleteCache"), "False");
 }
 
 TEST_F(StartupTest, MapTemplateFollowsTheStretchChoice)

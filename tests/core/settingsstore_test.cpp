@@ -1,6 +1,7 @@
 #include "core/log.h"
 #include "core/processvalues.h"
 #include "core/settingsstore.h"
+#include "core/sqlitesettings.h"
 #include "tests/support/testprofile.h"
 
 #include <QFile>
@@ -82,12 +83,20 @@ TEST_P(StoreSemantics, DelPrefTakesSubSectionsFromTheRegistryOnly)
     SavePref("Cache\\A\\Current", "temp", "1");
     SavePref("Cache\\AB\\Current", "temp", "2");
     SavePref("Cache", "top", "3");
+    SavePref("CACHE\\a\\Hourly", "count", "4");
+    SavePref("Cache\\A]", "edge", "5"); // "]" bounds the children's names
+    SavePref("Cache\\A[", "edge", "6");
+    SavePref("Cache\\A", "own", "7");
     DelPref("Cache\\A");
     const bool ini = GetParam();
     // In INI mode the profile file keeps a deleted section's keys.
     EXPECT_EQ(GetPref("Cache\\A\\Current", "temp"), ini ? "1" : "");
     EXPECT_EQ(GetPref("Cache\\AB\\Current", "temp"), "2"); // a sibling prefix is not a child
     EXPECT_EQ(GetPref("Cache", "top"), "3");
+    EXPECT_EQ(GetPref("Cache\\A\\Hourly", "count"), ini ? "4" : "");
+    EXPECT_EQ(GetPref("Cache\\A]", "edge"), "5");
+    EXPECT_EQ(GetPref("Cache\\A[", "edge"), "6");
+    EXPECT_EQ(GetPref("Cache\\A", "own"), ini ? "7" : "");
 }
 
 INSTANTIATE_TEST_SUITE_P(Backends, StoreSemantics, ::testing::Values(false, true),
@@ -120,6 +129,27 @@ TEST(StoreLimits, ReadsAndWritesBeforeOpeningAreHarmless)
     SavePref("A", "b", "c");
     DelPref("A");
     EXPECT_EQ(GetPref("A", "b", "default"), "default");
+}
+
+// Another process (tarnby-cli) sees a batch's writes all at once, when the outermost
+// batch ends; the writer sees them at once.
+TEST(StoreBatch, WritesReachOtherReadersWhenTheOutermostBatchEnds)
+{
+    TestProfile profile;
+    SqliteSettings otherProcess(profile.registryFile());
+    {
+        const SettingsBatch outer;
+        SavePref("Cache\\K\\Alerts", "title1", "Flood Watch");
+        {
+            const SettingsBatch inner;
+            SavePref("Cache\\K\\Alerts", "Count", "1");
+        }
+        EXPECT_EQ(GetPref("Cache\\K\\Alerts", "Count"), "1");
+        EXPECT_EQ(otherProcess.value("Cache\\K\\Alerts", "title1"), "");
+        EXPECT_EQ(otherProcess.value("Cache\\K\\Alerts", "Count"), "");
+    }
+    EXPECT_EQ(otherProcess.value("Cache\\K\\Alerts", "title1"), "Flood Watch");
+    EXPECT_EQ(otherProcess.value("Cache\\K\\Alerts", "Count"), "1");
 }
 
 TEST(Credentials, EncodingShiftsEachCharacterByItsPosition)

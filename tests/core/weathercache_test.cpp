@@ -48,6 +48,19 @@ TEST_F(WeatherCacheTest, DelCacheClearsOneSectionOfTheCurrentStation)
     EXPECT_EQ(GetCache("Daily", "count"), "7");
 }
 
+TEST_F(WeatherCacheTest, BranchLinesListOneSectionSortedByKey)
+{
+    process().CityCode = "KDSM";
+    SaveCache("Alerts", "title1", "Flood Watch");
+    SaveCache("Alerts", "Count", "1");
+    SaveCache("Alerts", "AlertEpoch", "a,b");
+    SaveCache("Alerts\\Deeper", "title1", "not this section");
+    SaveCache("Current", "temp", "72");
+    EXPECT_EQ(CacheBranchLines("Alerts"),
+              QStringList({"AlertEpoch=a,b", "Count=1", "title1=Flood Watch"}));
+    EXPECT_TRUE(CacheBranchLines("Daily").isEmpty());
+}
+
 } // namespace
 
 TEST_F(WeatherCacheTest, CacheCountReadsOnlyASaneWholeNumber)

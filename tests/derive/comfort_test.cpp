@@ -4,7 +4,7 @@
 #include "tests/derive/localecase.h"
 
 using namespace Tarnby;
-using Tarnby::Test::LocaleTest;
+using namespace Tarnby::Test;
 
 namespace
 {
@@ -76,32 +76,21 @@ TEST_P(ComfortTest, HumidexColourAndWordsUseCelsius)
 TEST_P(ComfortTest, CurrentHumidexNeedsBothValues)
 {
     process().CityCode = "KDSM";
-    SaveCache("Current", "temp", "86");
-    SaveCache("Current", "dew-point", local("68.0"));
+    saveCache("Current", local("temp=86|dew-point=68.0"));
     WriteCurrentHumidex();
-    EXPECT_EQ(GetCache("Current", "humidexC"), "38");
-    EXPECT_EQ(GetCache("Current", "humidex"), "100"); // 100.4°F
+    expectCache("Current", "humidexC=38|humidex=100"); // 100.4°F
     SaveCache("Current", "dew-point", "N/A");
     WriteCurrentHumidex();
-    EXPECT_EQ(GetCache("Current", "humidexC"), "N/A");
-    EXPECT_EQ(GetCache("Current", "humidex"), "N/A");
+    expectCache("Current", "humidexC=N/A|humidex=N/A");
 }
 
 TEST_P(ComfortTest, HourlyHumidexKeepsNotAvailableHours)
 {
     process().CityCode = "KDSM";
-    const std::pair<const char *, const char *> hourly[] = {
-        {"count", "2"},        {"temperature1", "86"}, {"dew-point1", "68"}, {"temperature2", "70"},
-        {"dew-point2", "N/A"}, {"temperature3", "86"}, {"dew-point3", "68"},
-    };
-    for (const auto &[key, value] : hourly)
-        SaveCache("Hourly", key, value);
+    saveCache("Hourly", "count=2|temperature1=86|dew-point1=68|temperature2=70|dew-point2=N/A|"
+                        "temperature3=86|dew-point3=68");
     WriteHourlyHumidex();
-    EXPECT_EQ(GetCache("Hourly", "humidex1"), "100");
-    EXPECT_EQ(GetCache("Hourly", "humidex1C"), "38");
-    EXPECT_EQ(GetCache("Hourly", "humidex2"), "N/A");
-    EXPECT_EQ(GetCache("Hourly", "humidex2C"), "N/A");
-    EXPECT_EQ(GetCache("Hourly", "humidex3"), "");
+    expectCache("Hourly", "humidex1=100|humidex1C=38|humidex2=N/A|humidex2C=N/A|humidex3=");
 }
 
 TARNBY_BOTH_LOCALES(ComfortTest);

@@ -5,13 +5,12 @@
 #include "derive/dates.h"
 
 #include "core/clock.h"
+#include "tests/support/mutator.h"
 #include "tests/support/printers.h"
 
 #include <QRegularExpression>
 
 #include <gtest/gtest.h>
-
-#include <random>
 
 using namespace Tarnby;
 
@@ -29,60 +28,17 @@ const char *const kSeeds[] = {
     "2024. 04. 03.", "10:61",
 };
 
-const QString kAlphabet = QStringLiteral("0123456789/-.:, AaPpMmTZNn ") + QStringLiteral("éü年\t");
-
-class Mutator
+// A random text of date characters, or a seed with a few edits.
+QString nextText(Tarnby::Test::Mutator &mutator)
 {
-public:
-    explicit Mutator(unsigned seed) : m_random(seed) {}
+    if (mutator.pick(3) == 0) return mutator.randomText(23);
+    return mutator.mutated(QString::fromUtf8(kSeeds[mutator.pick(std::size(kSeeds) - 1)]));
+}
 
-    QString next()
-    {
-        if (pick(4) == 0) return randomText();
-        QString text = QString::fromUtf8(kSeeds[pick(std::size(kSeeds))]);
-        const int edits = 1 + pick(4);
-        for (int i = 0; i < edits; ++i)
-            mutate(text);
-        return text;
-    }
-
-private:
-    int pick(std::size_t n)
-    {
-        return int(std::uniform_int_distribution<std::size_t>(0, n - 1)(m_random));
-    }
-
-    QChar randomChar() { return kAlphabet.at(pick(kAlphabet.size())); }
-
-    QString randomText()
-    {
-        QString text;
-        const int length = pick(24);
-        for (int i = 0; i < length; ++i)
-            text += randomChar();
-        return text;
-    }
-
-    void mutate(QString &text)
-    {
-        const int at = text.isEmpty() ? 0 : pick(text.size() + 1);
-        switch (pick(4)) {
-        case 0:
-            text.insert(at, randomChar());
-            break;
-        case 1:
-            if (!text.isEmpty()) text.remove(std::min<qsizetype>(at, text.size() - 1), 1);
-            break;
-        case 2:
-            if (at < text.size()) text[at] = randomChar();
-            break;
-        default:
-            text.insert(at, text.mid(pick(text.size() + 1), pick(6)));
-        }
-    }
-
-    std::mt19937 m_random;
-};
+Tarnby::Test::Mutator dateMutator(std::uint32_t seed)
+{
+    return {seed, Tarnby::Test::characters(QStringLiteral("0123456789/-.:, AaPpMmTZNn éü年\t"))};
+}
 
 class DateFuzzTest : public ::testing::TestWithParam<QLocale>
 {
@@ -104,10 +60,10 @@ constexpr int kRounds = 75000; // per routine and locale: 300,000 texts in all
 
 TEST_P(DateFuzzTest, NormaliseDateGivesTheTextOrASystemDate)
 {
-    Mutator mutator(20240304);
+    Tarnby::Test::Mutator mutator = dateMutator(20240304);
     const char *const orders[] = {"", "DMY", "MDY", "YMD", "xyz"};
     for (int i = 0; i < kRounds; ++i) {
-        const QString text = mutator.next();
+        const QString text = nextText(mutator);
         const QString order = QLatin1String(orders[i % std::size(orders)]);
         const QString out = NormaliseDate(text, order);
         if (out == text) continue;
@@ -119,12 +75,12 @@ TEST_P(DateFuzzTest, NormaliseDateGivesTheTextOrASystemDate)
 
 TEST_P(DateFuzzTest, FixDateFormatKeepsOnlyNumbersAndFormatTimeOnlyTimes)
 {
-    Mutator mutator(19991231);
+    Tarnby::Test::Mutator mutator = dateMutator(19991231);
     const QRegularExpression dateOnly(QStringLiteral("^[0-9]*(%1[0-9]*)*$")
                                           .arg(QRegularExpression::escape(systemDateSeparator())));
     const QRegularExpression clockTime(QStringLiteral("^\\d{1,2}:\\d\\d:\\d\\d [AP]M$"));
     for (int i = 0; i < kRounds; ++i) {
-        const QString text = mutator.next();
+        const QString text = nextText(mutator);
         const QString out = FixDateFormat(text, false);
         if (out != text) {
             ASSERT_TRUE(dateOnly.match(out).hasMatch())

@@ -270,23 +270,22 @@ protected:
             SaveCache(QStringLiteral("Sun"), QLatin1String(key), QLatin1String(value));
         setStationDate("3", "4", "2024");
     }
+    // Saves the three keys of "now-date-<name>-..." with the given values, in order.
+    static void saveNow(const char *const (&names)[3], const char *a, const char *b, const char *c)
+    {
+        const char *values[] = {a, b, c};
+        for (int i = 0; i < 3; ++i)
+            SaveCache(QStringLiteral("Current"),
+                      QStringLiteral("now-date-") + QLatin1String(names[i]),
+                      QLatin1String(values[i]));
+    }
     static void setStationClock(const char *hour, const char *minute, const char *half)
     {
-        SaveCache(QStringLiteral("Current"), QStringLiteral("now-date-hour-number"),
-                  QLatin1String(hour));
-        SaveCache(QStringLiteral("Current"), QStringLiteral("now-date-minute-number"),
-                  QLatin1String(minute));
-        SaveCache(QStringLiteral("Current"), QStringLiteral("now-date-am-pm-abbrv"),
-                  QLatin1String(half));
+        saveNow({"hour-number", "minute-number", "am-pm-abbrv"}, hour, minute, half);
     }
     static void setStationDate(const char *m, const char *d, const char *y)
     {
-        SaveCache(QStringLiteral("Current"), QStringLiteral("now-date-month-number"),
-                  QLatin1String(m));
-        SaveCache(QStringLiteral("Current"), QStringLiteral("now-date-day-number"),
-                  QLatin1String(d));
-        SaveCache(QStringLiteral("Current"), QStringLiteral("now-date-year-number"),
-                  QLatin1String(y));
+        saveNow({"month-number", "day-number", "year-number"}, m, d, y);
     }
 };
 

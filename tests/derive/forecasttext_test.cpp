@@ -4,7 +4,7 @@
 #include "tests/derive/localecase.h"
 
 using namespace Tarnby;
-using Tarnby::Test::LocaleTest;
+using namespace Tarnby::Test;
 
 namespace
 {
@@ -128,77 +128,56 @@ TEST_P(ForecastTextTest, ChanceFromForecastTriesEachPhraseInOrder)
 TEST_P(ForecastTextTest, FillChanceWritesOnlyNewNumbers)
 {
     process().CityCode = "KDSM";
-    const std::pair<const char *, const char *> daily[] = {
-        {"count", "2"},   {"prediction11", "Chance of rain 40%."},
-        {"pre11", "20"},  {"prediction21", "Clear."},
-        {"pre21", "0"},   {"prediction12", "A chance of rain."},
-        {"pre12", "N/A"}, {"prediction22", ""},
-        {"pre22", "N/A"},
-    };
-    for (const auto &[key, value] : daily)
-        SaveCache("Daily", key, value);
+    saveCache("Daily",
+              "count=2|prediction11=Chance of rain 40%.|pre11=20|prediction21=Clear.|pre21=0|"
+              "prediction12=A chance of rain.|pre12=N/A|prediction22=|pre22=N/A");
     FillChanceFromForecast();
-    EXPECT_EQ(GetCache("Daily", "pre11"), "40");
-    EXPECT_EQ(GetCache("Daily", "pre21"), "0");
-    EXPECT_EQ(GetCache("Daily", "pre12"), "10");
-    EXPECT_EQ(GetCache("Daily", "pre22"), "N/A");
+    expectCache("Daily", "pre11=40|pre21=0|pre12=10|pre22=N/A");
 }
 
 TEST_P(ForecastTextTest, ReprocessRebuildsTwinsAndTexts)
 {
     process().CityCode = "KDSM";
-    const std::pair<const char *, const char *> daily[] = {
-        {"count", "1"},
-        {"low1", "32"},
-        {"high1", "50"},
-        {"lown1", "20"},
-        {"prediction11", "Highs in the low 50s."},
-        {"prediction21", "Lows 20&deg;F."},
-    };
-    for (const auto &[key, value] : daily)
-        SaveCache("Daily", key, value);
+    saveCache("Daily", "count=1|low1=32|high1=50|lown1=20|prediction11=Highs in the low 50s.|"
+                       "prediction21=Lows 20&deg;F.");
     setUnits("C");
     ReprocessForecasts();
-    EXPECT_EQ(GetCache("Daily", "low1C"), "0");
-    EXPECT_EQ(GetCache("Daily", "high1C"), "10");
-    EXPECT_EQ(GetCache("Daily", "lown1C"), "");
-    EXPECT_EQ(GetCache("Daily", "predictionC11"), "Highs near 12°C.");
-    EXPECT_EQ(GetCache("Daily", "predictionC21"), "Lows 20°F."); // already dressed
-
+    // The night's text was dressed already.
+    expectCache("Daily",
+                QString::fromUtf8("low1C=0|high1C=10|lown1C=|predictionC11=Highs near 12°C.|"
+                                  "predictionC21=Lows 20°F."));
     SaveCache("Daily", "high1", "77");
     setUnits("F");
-    ReprocessForecasts();
-    EXPECT_EQ(GetCache("Daily", "high1C"), "10"); // no twins for a Fahrenheit user
-    EXPECT_EQ(GetCache("Daily", "predictionC11"), "Highs near 53°F.");
+    ReprocessForecasts(); // no twins for a Fahrenheit user
+    expectCache("Daily", QString::fromUtf8("high1C=10|predictionC11=Highs near 53°F."));
 }
 
 TEST(DayPartOfHour, DayRunsFromSixToFour)
 {
-    const std::pair<const char *, const char *> cases[] = {
-        {"6 AM", "D"},
-        {"4 PM", "D"},
-        {"12 PM", "D"},
-        {"16:00", "D"},
-        {"5 AM", "N"},
-        {"7 PM", "N"},
-        {"12 AM", "N"},
-        {"17:00", "N"},
-        {"7:00:00 PM", "N"},
-        {"7pm", "N"},
-        {"10:30 am", "D"},
-        {"2024-04-03T10:00:00", "D"},
-        {"4/3/2024 7:00 PM", "N"},
-        {"", ""},
-        {"abc", ""},
-        {"7", ""},
-        {"25:00", ""},
-        {"13 PM", ""},
-        {"7:75 PM", ""},
-        {"abc 7 PM", ""},
-        {"N/A", ""},
-        {"PM", ""},
-        {":", ""},
-    };
+    LoadDatePatterns(QLocale(QLocale::English, QLocale::UnitedStates));
+    const std::pair<const char *, const char *> cases[] = {{"6 AM", "D"},
+                                                           {"4 PM", "D"},
+                                                           {"12 PM", "D"},
+                                                           {"16:00", "D"},
+                                                           {"10:30 am", "D"},
+                                                           {"5 AM", "N"},
+                                                           {"7 PM", "N"},
+                                                           {"12 AM", "N"},
+                                                           {"17:00", "N"},
+                                                           {"7:00:00 PM", "N"},
+                                                           {"7pm", "N"},
+                                                           {"2024-04-03T10:00:00", "D"},
+                                                           {"4/3/2024 7:00 PM", "N"},
+                                                           {"", ""},
+                                                           {"abc", ""},
+                                                           {"7", ""},
+                                                           {"25:00", ""},
+                                                           {"13 PM", ""},
+                                                           {"7:75 PM", ""},
+                                                           {"abc 7 PM", ""},
+                                                           {"N/A", ""},
+                                                           {"PM", ""},
+                                                           {":", ""}};
     for (const auto &[text, part] : cases)
         EXPECT_EQ(DayPartOfHour(text), part) << text;
 }
@@ -210,23 +189,16 @@ protected:
     {
         LocaleTest::SetUp();
         process().CityCode = "KDSM";
-        const char *rows[][4] = {
-            {"2024-04-14T15:00:00", "3 PM", "10"}, {"2024-04-14T16:00:00", "4 PM", "30"},
-            {"2024-04-14T17:00:00", "5 PM", "20"}, {"2024-04-15T05:00:00", "5 AM", "60"},
-            {"2024-04-15T06:00:00", "6 AM", "40"}, {"2024-04-15T07:00:00", "7 AM", "N/A"},
-        };
-        int row = 0;
-        for (const auto &r : rows) {
-            const QString n = QString::number(++row);
-            SaveCache("Hourly", "date-time" + n, r[0]);
-            SaveCache("Hourly", "hour" + n, r[1]);
-            SaveCache("Hourly", "prob-of-precip" + n, r[2]);
-        }
-        SaveCache("Hourly", "count", QString::number(row));
-        SaveCache("Daily", "count", "2");
-        SaveCache("Daily", "short-title11", "20% Chance Rain");
-        SaveCache("Daily", "prediction11", "Cloudy. Humidity 80%. Chance of rain is 20%.");
-        SaveCache("Daily", "prediction21", "A 10 percent chance of rain.");
+        saveCache("Hourly", "count=6|"
+                            "date-time1=2024-04-14T15:00:00|hour1=3 PM|prob-of-precip1=10|"
+                            "date-time2=2024-04-14T16:00:00|hour2=4 PM|prob-of-precip2=30|"
+                            "date-time3=2024-04-14T17:00:00|hour3=5 PM|prob-of-precip3=20|"
+                            "date-time4=2024-04-15T05:00:00|hour4=5 AM|prob-of-precip4=60|"
+                            "date-time5=2024-04-15T06:00:00|hour5=6 AM|prob-of-precip5=40|"
+                            "date-time6=2024-04-15T07:00:00|hour6=7 AM|prob-of-precip6=N/A");
+        saveCache("Daily", "count=2|short-title11=20% Chance Rain|"
+                           "prediction11=Cloudy. Humidity 80%. Chance of rain is 20%.|"
+                           "prediction21=A 10 percent chance of rain.");
     }
 };
 
@@ -239,10 +211,8 @@ TEST_P(HourlyChanceTest, DayPartsBeforeTheFirstForecastDayAreSkipped)
 {
     SaveCache("Daily", "date", GetParam().april15);
     EXPECT_EQ(ApplyHourlyChance(), 2);
-    EXPECT_EQ(GetCache("Daily", "pre11"), "40");
-    EXPECT_EQ(GetCache("Daily", "short-title11"), "40% Chance Rain");
-    EXPECT_EQ(GetCache("Daily", "prediction11"), "Cloudy. Humidity 80%. Chance of rain is 40%.");
-    EXPECT_EQ(GetCache("Daily", "pre21"), "");
+    expectCache("Daily", "pre11=40|short-title11=40% Chance Rain|"
+                         "prediction11=Cloudy. Humidity 80%. Chance of rain is 40%.|pre21=");
 }
 
 TEST_P(HourlyChanceTest, EachDayPartFillsItsHalfOfTheRunningDay)
@@ -250,10 +220,7 @@ TEST_P(HourlyChanceTest, EachDayPartFillsItsHalfOfTheRunningDay)
     SaveCache("Daily", "date", "2024-04-14");
     SaveCache("Hourly", "prob-of-precip2", "0");
     EXPECT_EQ(ApplyHourlyChance(), 0);
-    EXPECT_EQ(GetCache("Daily", "pre11"), "10");
-    EXPECT_EQ(GetCache("Daily", "pre21"), "60");
-    EXPECT_EQ(GetCache("Daily", "prediction21"), "A 60 percent chance of rain.");
-    EXPECT_EQ(GetCache("Daily", "pre12"), "40");
+    expectCache("Daily", "pre11=10|pre21=60|prediction21=A 60 percent chance of rain.|pre12=40");
     SaveCache("Hourly", "prob-of-precip1", "0");
     ApplyHourlyChance();
     EXPECT_EQ(GetCache("Daily", "short-title11"), "Chance Rain"); // "0% " is dropped

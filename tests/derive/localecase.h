@@ -1,10 +1,12 @@
 #pragma once
 // Runs a derive test under both number and date conventions the program meets: a
 // dot-decimal month-first locale and a comma-decimal day-first one. Nothing is taken from
-// the machine: the symbols go into the process values and the date order into QLocale's
-// default.
+// the machine: the symbols go into the process values and the date patterns are loaded
+// from the case's locale.
 
 #include "core/processvalues.h"
+#include "core/weathercache.h"
+#include "derive/dates.h"
 #include "derive/units.h"
 #include "tests/support/testprofile.h"
 
@@ -54,6 +56,21 @@ inline void PrintTo(const LocaleCase &c, std::ostream *os)
     *os << c.name;
 }
 
+// "key=value|key=value": values for a section of the current station's cache.
+inline void saveCache(const QString &section, const QString &pairs)
+{
+    for (const QString &pair : pairs.split('|'))
+        SaveCache(section, pair.section('=', 0, 0), pair.section('=', 1));
+}
+
+// Expects each key of "key=value|key=value" to hold its value in the section.
+inline void expectCache(const QString &section, const QString &pairs)
+{
+    for (const QString &pair : pairs.split('|'))
+        EXPECT_EQ(GetCache(section, pair.section('=', 0, 0)), pair.section('=', 1))
+            << pair.toStdString();
+}
+
 // A profile, the case's locale and default conversion settings for each test.
 class LocaleTest : public ProfileTest, public ::testing::WithParamInterface<LocaleCase>
 {
@@ -64,12 +81,12 @@ protected:
         process().GroupSymbol = GetParam().group;
         process().NonUsNumberFormat = GetParam().decimal != "." || GetParam().group != ",";
         conversionOptions() = {};
-        QLocale::setDefault(GetParam().locale);
+        LoadDatePatterns(GetParam().locale);
     }
     void TearDown() override
     {
         conversionOptions() = {};
-        QLocale::setDefault(QLocale::c());
+        LoadDatePatterns(QLocale::c());
     }
     QString local(const QString &dotText) const { return inLocale(dotText, GetParam()); }
     void setUnits(const char *temp, const char *wind = "mph", const char *bar = "inches",

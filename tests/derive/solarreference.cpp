@@ -21,13 +21,23 @@ double centuries(double jd)
     return (jd - 2451545.0) / 36525.0;
 }
 
-SunPlace apparentSun(double jdUt)
+struct Anomalies {
+    double t, mean, centre; // centuries; radians; degrees
+};
+
+Anomalies anomalies(double jdUt)
 {
     const double t = centuries(jdUt + kDeltaTDays);
-    const double l0 = 280.46646 + 36000.76983 * t + 0.0003032 * t * t;
     const double m = (357.52911 + 35999.05029 * t - 0.0001537 * t * t) * kRad;
     const double centre = (1.914602 - 0.004817 * t - 0.000014 * t * t) * std::sin(m) +
                           (0.019993 - 0.000101 * t) * std::sin(2 * m) + 0.000289 * std::sin(3 * m);
+    return {t, m, centre};
+}
+
+SunPlace apparentSun(double jdUt)
+{
+    const auto [t, m, centre] = anomalies(jdUt);
+    const double l0 = 280.46646 + 36000.76983 * t + 0.0003032 * t * t;
     const double omega = (125.04 - 1934.136 * t) * kRad;
     const double lambda = (l0 + centre - 0.00569 - 0.00478 * std::sin(omega)) * kRad;
     const double eps0 =
@@ -83,6 +93,13 @@ double bisect(double from, double to, double latitude, double longitude, double 
 }
 
 } // namespace
+
+double sunDistance(double julianDayUt)
+{
+    const auto [t, m, centre] = anomalies(julianDayUt);
+    const double e = 0.016708634 - 0.000042037 * t - 0.0000001267 * t * t;
+    return 1.000001018 * (1 - e * e) / (1 + e * std::cos(m + centre * kRad));
+}
 
 ReferenceCrossing referenceCrossing(double julianDayAt0hUt, double latitude, double longitude,
                                     double target)

@@ -17,6 +17,9 @@ struct ReferenceCrossing {
     double lowestAltitude;  // degrees, half a day before it
 };
 
+// The sun's distance in astronomical units.
+double sunDistance(double julianDayUt);
+
 // The crossings of the altitude (degrees, for the sun's centre) around the transit nearest
 // local noon of the day that begins at julianDayAt0hUt; longitude east positive.
 ReferenceCrossing referenceCrossing(double julianDayAt0hUt, double latitude, double longitude,

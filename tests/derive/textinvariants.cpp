@@ -5,6 +5,7 @@
 #include "derive/numberformat.h"
 #include "derive/units.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -17,43 +18,29 @@ namespace
 struct Units {
     const char *temp, *wind, *bar, *rain;
 };
-
 constexpr std::array<Units, 4> kUnits = {{{"C", "km/h", "hPa", "mm"},
                                           {"F", "bft", "mm", "cm"},
                                           {"C", "kts", "kPa", "inches"},
                                           {"F", "mph", "mb", "mm"}}};
-
 constexpr std::array<const char16_t *, 7> kPictures = {u"###.#",  u"##0.0",   u"###,###.#", u"0.00",
                                                        u"##0.#0", u"0000.##", u""};
-
-bool onlyNumberCharacters(const QString &text, NumberSymbols symbols)
-{
-    for (const QChar c : text)
-        if (!((c >= u'0' && c <= u'9') || c == u'-' || c == symbols.decimal || c == symbols.group))
-            return false;
-    return true;
-}
-
-bool hasNonZeroDigit(const QString &text)
-{
-    for (const QChar c : text)
-        if (c >= u'1' && c <= u'9') return true;
-    return false;
-}
 
 QString brokenNumberPromise(const QString &text, unsigned variant)
 {
     const std::optional<double> value = readNumber(text);
     if (isNumeric(text) && !value) return QStringLiteral("numeric but unreadable");
-    if (value) {
-        if (!std::isfinite(*value)) return QStringLiteral("read a value that is not finite");
-        const QStringView picture = kPictures[variant % kPictures.size()];
-        const QString shown = formatNumber(*value, picture);
-        if (!picture.isEmpty() && !onlyNumberCharacters(shown, localeSymbols()))
-            return QStringLiteral("formatted to \"%1\"").arg(shown);
-        if (shown.startsWith(u'-') && !hasNonZeroDigit(shown))
-            return QStringLiteral("signed zero \"%1\"").arg(shown);
-    }
+    if (value && !std::isfinite(*value)) return QStringLiteral("read a value that is not finite");
+    const QStringView picture = kPictures[variant % kPictures.size()];
+    const QString shown = value ? formatNumber(*value, picture) : QString();
+    const NumberSymbols s = localeSymbols();
+    const auto numberForm = [&](QChar c) {
+        return (c >= u'0' && c <= u'9') || c == u'-' || c == s.decimal || c == s.group;
+    };
+    if (!picture.isEmpty() && !std::all_of(shown.begin(), shown.end(), numberForm))
+        return QStringLiteral("formatted to \"%1\"").arg(shown);
+    if (shown.startsWith(u'-') &&
+        !std::any_of(shown.begin(), shown.end(), [](QChar c) { return c >= u'1' && c <= u'9'; }))
+        return QStringLiteral("signed zero \"%1\"").arg(shown);
     const QString tidy = TidyNumberText(text);
     if (tidy.size() > text.size() + 2 ||
         (!tidy.isEmpty() && QStringLiteral("., ").contains(tidy.front())))
@@ -63,13 +50,9 @@ QString brokenNumberPromise(const QString &text, unsigned variant)
 
 QString brokenConversionPromise(const QString &text, const Units &units)
 {
-    const QString results[] = {ToCelsius(text, true),
-                               WindFromMph(text, units.wind),
-                               PressureFromInches(text, units.bar),
-                               RainFromInches(text, units.rain),
-                               ToLocaleNumber(text),
-                               ToInvariantNumber(text)};
-    for (const QString &result : results)
+    for (const QString &result :
+         {ToCelsius(text, true), WindFromMph(text, units.wind), PressureFromInches(text, units.bar),
+          RainFromInches(text, units.rain), ToLocaleNumber(text), ToInvariantNumber(text)})
         if (IsMissingValue(text) && result != text)
             return QStringLiteral("missing value became \"%1\"").arg(result);
     return {};
@@ -84,9 +67,8 @@ QString brokenForecastPromise(const QString &text)
         return QStringLiteral("rewrite grew to %1 characters").arg(forecast.size());
     const QString chance = ChanceFromForecast(text);
     if (!chance.isEmpty() && !isNumeric(chance)) return QStringLiteral("chance \"%1\"").arg(chance);
-    const QString part = DayPartOfHour(text);
-    if (!part.isEmpty() && part != u"D" && part != u"N")
-        return QStringLiteral("day part \"%1\"").arg(part);
+    if (!QStringList{"", "D", "N"}.contains(DayPartOfHour(text)))
+        return QStringLiteral("day part \"%1\"").arg(DayPartOfHour(text));
     return {};
 }
 
@@ -102,8 +84,7 @@ QString brokenTextPromise(const QString &text, unsigned variant)
     conversionOptions().useTenths = variant % 5 == 0;
     QString broken = brokenNumberPromise(text, variant);
     if (broken.isEmpty()) broken = brokenConversionPromise(text, units);
-    if (broken.isEmpty()) broken = brokenForecastPromise(text);
-    return broken;
+    return broken.isEmpty() ? brokenForecastPromise(text) : broken;
 }
 
 } // namespace Tarnby::Test

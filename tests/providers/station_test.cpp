@@ -1,4 +1,3 @@
-#include "providers/numerictest.h"
 #include "providers/station.h"
 #include "tests/support/printers.h"
 
@@ -220,14 +219,6 @@ TEST(Station, IsInternationalByPostalCode)
                  {"123456", true}, {"N/A", false},   {"SW1A 1AA", true}, {"", true}};
     for (const auto &c : cases)
         EXPECT_EQ(IsInternational(c.zip), c.international) << c.zip;
-}
-
-TEST(Station, NumericTest)
-{
-    for (const char *number : {"12", " -12.5 ", "+3", "1,234.5", "1e5", "-.5", "5."})
-        EXPECT_TRUE(looksNumeric(number)) << number;
-    for (const char *text : {"", "N/A", "abc", "-", ".", "1.2.3", "12a", "1e", ",5", "1 2"})
-        EXPECT_FALSE(looksNumeric(text)) << text;
 }
 
 } // namespace

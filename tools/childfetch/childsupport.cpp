@@ -11,21 +11,16 @@
 namespace Tarnby::Child
 {
 
-namespace
+bool writeAll(int fd, const char *data, size_t size)
 {
-
-bool writeAll(int fd, const std::string &text)
-{
-    size_t written = 0;
-    while (written < text.size()) {
-        const ssize_t n = ::write(fd, text.data() + written, text.size() - written);
+    while (size > 0) {
+        const ssize_t n = ::write(fd, data, size);
         if (n < 0) return false;
-        written += size_t(n);
+        data += n;
+        size -= size_t(n);
     }
     return true;
 }
-
-} // namespace
 
 void tieLifetimeToParent()
 {
@@ -39,17 +34,19 @@ bool writeFileAtomic(const std::string &path, const std::string &text)
     const std::string temporary = path + "." + std::to_string(::getpid()) + ".tmp";
     const int fd = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
     if (fd < 0) return false;
-    const bool written = writeAll(fd, text);
+    const bool written = writeAll(fd, text.data(), text.size());
     const bool closed = ::close(fd) == 0;
     if (written && closed && ::rename(temporary.c_str(), path.c_str()) == 0) return true;
     ::unlink(temporary.c_str());
     return false;
 }
 
-int finishJob(const JobFiles &files, int status)
+int finishJob(const char *program, const JobFiles &files, int status)
 {
-    if (files.statusFile.empty() || !writeFileAtomic(files.statusFile, std::to_string(status)))
+    if (files.statusFile.empty() || !writeFileAtomic(files.statusFile, std::to_string(status))) {
+        complain(program, "cannot write the status file \"" + files.statusFile + "\"");
         return 2;
+    }
     return status == StatusOk ? 0 : 1;
 }
 

@@ -32,6 +32,7 @@ enum Status : int {
     StatusProxyAuthentication = 407,
     StatusTransportBase = 1000,
     StatusOutputNotWritten = StatusTransportBase + 23, // libcurl's write error
+    StatusTooLarge = StatusTransportBase + 63,         // libcurl's file size exceeded
 };
 
 // Receives the body piece by piece; returning false aborts the transfer.

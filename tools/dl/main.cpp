@@ -34,17 +34,6 @@ DownloadJob splitArgument(const std::string &argument)
     return job;
 }
 
-bool writeAll(int fd, const char *data, size_t size)
-{
-    while (size > 0) {
-        const ssize_t n = ::write(fd, data, size);
-        if (n < 0) return false;
-        data += n;
-        size -= size_t(n);
-    }
-    return true;
-}
-
 // The body goes straight into the output file; only a status of 0 vouches for it, and
 // any other status leaves the file empty.
 int download(const DownloadJob &job)
@@ -77,9 +66,9 @@ int run(int argc, char **argv)
     }
     if (job.url.empty() || job.files.outputFile.empty()) {
         complain(Program, "expected \"<url>|<outputfile>|<statusfile>\"");
-        return finishJob(job.files, StatusBadCommandLine);
+        return finishJob(Program, job.files, StatusBadCommandLine);
     }
-    return finishJob(job.files, download(job));
+    return finishJob(Program, job.files, download(job));
 }
 
 } // namespace

@@ -79,6 +79,7 @@ struct DocumentService::Private {
         if (requests.size() > MaxRecordedRequests) requests.pop_front();
     }
 
+    std::unique_ptr<httplib::Server> makeServer();
     void answer(const httplib::Request &request, httplib::Response &response);
     void sendBody(httplib::Response &response, Answer &answer);
 };
@@ -121,6 +122,25 @@ void DocumentService::Private::sendBody(httplib::Response &response, Answer &ans
         });
 }
 
+std::unique_ptr<httplib::Server> DocumentService::Private::makeServer()
+{
+    auto server = std::make_unique<httplib::Server>();
+    server->new_task_queue = [] { return new httplib::ThreadPool(WorkerThreads); };
+    // Short idle times let stop() finish soon after the last client.
+    server->set_keep_alive_timeout(1);
+    server->set_read_timeout(2);
+    // httplib's default also sets SO_REUSEPORT, which would let a second service share
+    // the port unnoticed.
+    server->set_socket_options([](socket_t socket) {
+        const int yes = 1;
+        ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof(yes));
+    });
+    server->Get(".*", [this](const httplib::Request &request, httplib::Response &response) {
+        answer(request, response);
+    });
+    return server;
+}
+
 DocumentService::DocumentService() : d(std::make_unique<Private>()) {}
 
 DocumentService::~DocumentService()
@@ -131,27 +151,24 @@ DocumentService::~DocumentService()
 int DocumentService::start(const std::string &rootFolder, int port)
 {
     if (d->server) return 0;
-    auto server = std::make_unique<httplib::Server>();
-    server->new_task_queue = [] { return new httplib::ThreadPool(WorkerThreads); };
-    // Short idle times let stop() finish soon after the last client.
-    server->set_keep_alive_timeout(1);
-    server->set_read_timeout(2);
-    server->Get(".*", [this](const httplib::Request &request, httplib::Response &response) {
-        d->answer(request, response);
-    });
-    const int bound = port == 0 ? server->bind_to_any_port(LoopbackAddress)
-                                : (server->bind_to_port(LoopbackAddress, port) ? port : 0);
-    if (bound <= 0) return 0;
-    d->root = rootFolder;
-    d->port = bound;
-    d->stopping = false;
-    d->server = std::move(server);
-    d->listener = std::thread([server = d->server.get()] { server->listen_after_bind(); });
+    try {
+        auto server = d->makeServer();
+        const int bound = port == 0 ? server->bind_to_any_port(LoopbackAddress)
+                                    : (server->bind_to_port(LoopbackAddress, port) ? port : 0);
+        if (bound <= 0) return 0;
+        d->root = rootFolder;
+        d->stopping = false;
+        d->listener = std::thread([running = server.get()] { running->listen_after_bind(); });
+        d->server = std::move(server);
+        d->port = bound;
+    } catch (const std::exception &) { // no thread to be had
+        return 0;
+    }
     // stop() only takes effect once the server runs; the port already accepts meanwhile.
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
     while (!d->server->is_running() && std::chrono::steady_clock::now() < deadline)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    return bound;
+    return d->port;
 }
 
 void DocumentService::stop()

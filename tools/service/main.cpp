@@ -69,13 +69,14 @@ int run(int argc, char **argv)
                                 "cannot listen on 127.0.0.1:" + std::to_string(options->port));
         return 1;
     }
-    std::printf("%d\n", port);
-    std::fflush(stdout);
     if (!options->portFile.empty() &&
         !Tarnby::Child::writeFileAtomic(options->portFile, std::to_string(port))) {
         Tarnby::Child::complain(Program, "cannot write " + options->portFile);
         return 1;
     }
+    // Printed last: whoever reads it may count on the port file.
+    std::printf("%d\n", port);
+    std::fflush(stdout);
     int received = 0;
     sigwait(&signals, &received);
     service.stop();

@@ -16,6 +16,23 @@ namespace
 constexpr const char *Program = "tbdownloader";
 constexpr long long MaxPageBytes = 8 * 1024 * 1024;
 
+// The page into memory, at most MaxPageBytes of it.
+FetchResult fetchPage(const std::string &url, std::string &page)
+{
+    // libcurl checks the limit against a Content-Length only; the sink catches the rest.
+    bool tooLarge = false;
+    FetchResult result = fetch(
+        url,
+        [&page, &tooLarge](const char *data, size_t size) {
+            page.append(data, size);
+            tooLarge = page.size() > size_t(MaxPageBytes);
+            return !tooLarge;
+        },
+        FetchLimits{.maxBytes = MaxPageBytes});
+    if (tooLarge) result.status = StatusTooLarge;
+    return result;
+}
+
 int resolveParseLink(const std::string &url, const JobFiles &files)
 {
     const auto instruction = splitParseInstruction(url);
@@ -24,13 +41,7 @@ int resolveParseLink(const std::string &url, const JobFiles &files)
         return StatusBadCommandLine;
     }
     std::string page;
-    const FetchResult result = fetch(
-        instruction->pageUrl,
-        [&page](const char *data, size_t size) {
-            page.append(data, size);
-            return page.size() <= size_t(MaxPageBytes);
-        },
-        FetchLimits{.maxBytes = MaxPageBytes});
+    const FetchResult result = fetchPage(instruction->pageUrl, page);
     if (result.status != StatusOk) return result.status;
     const auto link = findLink(page, result.effectiveUrl, instruction->text);
     if (!link) return StatusNoLinkFound;
@@ -51,9 +62,9 @@ int run(int argc, char **argv)
     }
     if (url.empty() || files.outputFile.empty()) {
         complain(Program, "empty url or output file name");
-        return finishJob(files, StatusBadCommandLine);
+        return finishJob(Program, files, StatusBadCommandLine);
     }
-    return finishJob(files, resolveParseLink(url, files));
+    return finishJob(Program, files, resolveParseLink(url, files));
 }
 
 } // namespace

@@ -1,0 +1,62 @@
+#include "app/wiring.h"
+
+#include "alerts/alertingestion.h"
+#include "core/processvalues.h"
+#include "derive/sunmoon.h"
+#include "providers/conditions.h"
+#include "providers/weatherbug.h"
+#include "run/runhooks.h"
+#include "run/runstate.h"
+#include "run/scheduler.h"
+
+namespace Tarnby {
+
+namespace {
+
+void registerKinds()
+{
+    registerDownloadKind(QStringLiteral("LiveConditions"), [](const QString &path, bool newData, bool force) {
+        if (process().StationType == QStringLiteral("PWS (WeatherBug)"))
+            ProcessPwsConditions(path, newData, force);
+        else
+            ReadWeatherBugConditions(path, newData, force);
+    });
+    registerDownloadKind(QStringLiteral("Links"), &BuildWeatherBugLinks);
+    // A document that could not be read fails the slot as a failed download would.
+    registerDownloadKind(QStringLiteral("Alerts"), [](const QString &path, bool newData, bool force) {
+        ProcessAlertsDownload(path, newData, force);
+        if (AlertsFailed())
+            runState().failed(Failure::Alerts) = true;
+    });
+}
+
+RetrievalHooks providerHooks()
+{
+    RetrievalHooks hooks = retrievalHooks();
+    hooks.fetchWeatherBugObservations = [] { return !UpdateWeatherBugConditions().isEmpty(); };
+    // The station's own time zone comes from the vendor's lookup, which station
+    // discovery brings; until then the sun times are those of the machine's zone and
+    // the lookup counts as failed, so that a run in which everything failed says so.
+    hooks.timeZoneAndSun = [] {
+        WriteSunCache();
+        return false;
+    };
+    return hooks;
+}
+
+} // namespace
+
+SchedulerHooks ProviderSchedulerHooks()
+{
+    SchedulerHooks hooks;
+    hooks.liveWeatherBug = &UpdateWeatherBugConditions;
+    return hooks;
+}
+
+void InstallRetrievalWiring()
+{
+    registerKinds();
+    setRetrievalHooks(providerHooks());
+}
+
+} // namespace Tarnby

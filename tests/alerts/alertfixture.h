@@ -1,0 +1,59 @@
+#pragma once
+// A profile with a selected station, a fixed date locale and time zone, and the alert
+// documents of tests/data/alerts.
+
+#include "alerts/alertingestion.h"
+#include "core/processvalues.h"
+#include "core/weathercache.h"
+#include "derive/dates.h"
+#include "tests/support/testprofile.h"
+
+#include <QLocale>
+#include <QTimeZone>
+
+namespace Tarnby::Test
+{
+
+inline QString alertDocument(const QString &name)
+{
+    return dataFile(QStringLiteral("alerts/") + name);
+}
+
+class AlertTest : public ProfileTest
+{
+protected:
+    void SetUp() override
+    {
+        process().CityCode = QStringLiteral("KPQR");
+        LoadDatePatterns(QLocale(QLocale::English, QLocale::UnitedStates));
+        setLocalTimeZone(QTimeZone("America/Chicago"));
+        setAlertsFailed(false);
+    }
+    void TearDown() override
+    {
+        setLocalTimeZone(QTimeZone());
+        LoadDatePatterns();
+    }
+
+    // What an earlier run left: a damaged answer must not touch it, a good one replaces it
+    // whole (title3 lies beyond Count, as rows of a longer set may).
+    static void seedEarlierAlerts()
+    {
+        const char *const earlier[][2] = {{"title1", "Wind Advisory"},
+                                          {"msg-body1", "Gusts to 50 mph."},
+                                          {"title2", "Frost Advisory"},
+                                          {"msg-body2", "Frost likely."},
+                                          {"title3", "Dense Fog Advisory"},
+                                          {"Type", "NWS"},
+                                          {"Count", "2"},
+                                          {"AlertsAvailable", "True"},
+                                          {"AlertEpoch", "earlier-1,earlier-2"}};
+        for (const auto &[key, value] : earlier)
+            SaveCache(QStringLiteral("Alerts"), QString::fromLatin1(key),
+                      QString::fromLatin1(value));
+    }
+
+    static QStringList alertsBranch() { return CacheBranchLines(QStringLiteral("Alerts")); }
+};
+
+} // namespace Tarnby::Test

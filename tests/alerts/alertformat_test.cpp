@@ -1,0 +1,136 @@
+// Short titles, the title list and the bulletin texts made from the Alerts branch.
+
+#include "alerts/alertformat.h"
+#include "core/weathercache.h"
+#include "tests/alerts/alertfixture.h"
+
+using namespace Tarnby;
+using Tarnby::Test::AlertTest;
+
+namespace
+{
+
+TEST(AlertShortTitle, NamesTheAlertWithoutItsState)
+{
+    const std::pair<const char *, const char *> cases[] = {
+        {"The Flood Warning remains in effect", "Flood Warning"},
+        {"THE HIGH SURF ADVISORY REMAINS IN EFFECT UNTIL 6 PM", "HIGH SURF ADVISORY"},
+        {"Heat advisory is in effect until 8 PM", "Heat Advisory"},
+        {"dense fog advisory this morning", "Dense Fog Advisory"},
+        {"A Tornado Warning is in effect", "Tornado Warning"}, // one-letter words drop out
+        // " remains " is preferred to an earlier " in effect "
+        {"Wind Advisory in effect, remains until noon", "Wind Advisory In Effect,"},
+        // capitalised words up to the first lower-case one
+        {"Flood warning for the Des Moines River", "Flood"},
+        // an all lower-case title is capitalised up to its first capital word
+        {"severe thunderstorm watch for Linn County", "Severe Thunderstorm Watch For"},
+        {"OZONE ACTION DAY for the metro area", "Ozone Action Day"},
+        {"Winter Storm Warning has EXPIRED", ""},
+        {"Flood Watch cancelled", ""},
+    };
+    for (const auto &[title, shortTitle] : cases)
+        EXPECT_EQ(GetAlertShortTitle(title), shortTitle) << title;
+}
+
+class AlertTextTest : public AlertTest
+{
+protected:
+    // Rows of {short title, body, issued, expires}.
+    static void storeRows(const std::vector<std::array<const char *, 4>> &rows)
+    {
+        DelCache("Alerts");
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            const QString n = QString::number(i + 1);
+            for (int field = 0; field < 4; ++field)
+                SaveCache("Alerts",
+                          QStringList{"short-title", "msg-body", "issued", "expires"}[field] + n,
+                          rows[i][field]);
+        }
+        SaveCache("Alerts", "Count", QString::number(rows.size()));
+        SaveCache("Alerts", "short-title" + QString::number(rows.size() + 1), "Beyond Count");
+    }
+};
+
+TEST_F(AlertTextTest, InfoJoinsShortTitlesAndKeepsTheAmpersandForTheLastAlert)
+{
+    const std::tuple<std::vector<const char *>, const char *, const char *> cases[] = {
+        {{}, "N/A", "N/A"},
+        {{"", ""}, "N/A", "N/A"},
+        {{"A", "B", "C"}, "A, B & C", "A, B &amp; C"},
+        {{"", "B"}, "B", "B"},
+        {{"A", "", "C"}, "A & C", "A &amp; C"},
+        {{"A", "B", ""}, "A, B", "A, B"},
+    };
+    for (const auto &[titles, plain, html] : cases) {
+        std::vector<std::array<const char *, 4>> rows;
+        for (const char *title : titles)
+            rows.push_back({title, "", "", ""});
+        storeRows(rows);
+        EXPECT_EQ(GetAlertsInfo(false), plain);
+        EXPECT_EQ(GetAlertsInfo(true), html);
+    }
+}
+
+TEST_F(AlertTextTest, HtmlMarksUpHeadingsSectionsAndSeparators)
+{
+    const std::pair<const char *, const char *> cases[] = {
+        {"FLOOD WATCH<br><br>Rain.", "<STRONG>FLOOD WATCH</STRONG><br><br>Rain."},
+        {"Flood Watch<br><br>Rain.", "Flood Watch<br><br>Rain."},
+        {R"(HEAVY RAIN\nRain.)", "<STRONG>HEAVY RAIN</STRONG> Rain."},
+        // a capital first line of 100 characters or more stays as it is
+        {R"(HEAVY RAIN AND STRONG WINDS ARE EXPECTED ACROSS THE COAST RANGE AND THE VALLEY FLOOR THROUGH SUNDAY NIGHT\nRain.)",
+         "HEAVY RAIN AND STRONG WINDS ARE EXPECTED ACROSS THE COAST RANGE AND THE VALLEY FLOOR "
+         "THROUGH SUNDAY NIGHT Rain."},
+        {R"(Intro\n\n* where and when...Linn County.)",
+         "Intro<br><br><strong>* where and when</strong><br><br>Linn County."},
+        {"Rain...then snow.", "Rain, then snow."},
+        {"Intro<br>FLOOD WATCH... for the coast",
+         "Intro<br><strong>FLOOD WATCH</strong> for the coast"},
+        {R"(Rain.\n\n&&\r\n\r\nLAT...LON 4567)", "Rain.<br><br><hr><br>LAT, LON 4567"},
+        {R"(Rain.\n\n&&)", "Rain."},
+        {R"(One.\r\nTwo.)", "One.<br><br>Two."},
+        {"One.<br><br><br><br>Two<br>.Three...", "One.<br><br>Two<br>Three"},
+        {R"(ALERT\nNational Weather Service Portland OR\n120 PM PST Fri Dec 20 2019\n\n...FLOOD WATCH... Rain.)",
+         "<STRONG>ALERT</STRONG><br><br>FLOOD WATCH Rain."},
+    };
+    for (const auto &[body, html] : cases) {
+        storeRows({{"", body, "", ""}});
+        EXPECT_EQ(GetAlertsFullText(true, false), html) << body;
+    }
+}
+
+TEST_F(AlertTextTest, PlainRunsLinesIntoSentences)
+{
+    const std::pair<const char *, const char *> cases[] = {
+        {"Rain  and  wind", "Rain and wind"},
+        {"Rain.\n* Wind", "Rain. * Wind"},
+        {"Rain\n heavy", "Rain. heavy"},
+        {"One\r\nTwo\nThree", "One. Two. Three"},
+        {"Note: \nRain...", "Note: Rain"},
+        {R"(One\nTwo)", R"(One\nTwo)"}, // the JSON escapes are text for the plain form
+    };
+    for (const auto &[body, plain] : cases) {
+        storeRows({{"", body, "", ""}});
+        EXPECT_EQ(GetAlertsFullText(false, false), plain) << body;
+    }
+}
+
+TEST_F(AlertTextTest, BulletinsArePartedAndCarryTheirTimes)
+{
+    storeRows({{"", "First.", "2019-12-20 13:34", "2019-12-21 05:30"},
+               {"", "Second.", "", "2019-12-22 10:00"},
+               {"", "Third.", "", ""}});
+    EXPECT_EQ(GetAlertsFullText(true, false),
+              "First.<BR><BR><STRONG>Issued:</STRONG> 2019-12-20 13:34<BR>"
+              "<STRONG>Expires:</STRONG> 2019-12-21 05:30<BR>"
+              "<BR><BR><BR><BR><BR>"
+              "Second.<BR><BR><STRONG>Issued:</STRONG> <BR>"
+              "<STRONG>Expires:</STRONG> 2019-12-22 10:00<BR>"
+              "<BR><BR><BR><BR><BR>Third.");
+    EXPECT_EQ(GetAlertsFullText(false, false),
+              "First.\r\nIssued: 2019-12-20 13:34\r\nExpires: 2019-12-21 05:30\r\n"
+              "\r\nSecond.\r\nIssued: \r\nExpires: 2019-12-22 10:00\r\n"
+              "\r\nThird.");
+}
+
+} // namespace

@@ -1,0 +1,100 @@
+// Mutated alert answers through both parsers: nothing crashes or hangs, a damaged answer
+// sets the run's flag and leaves the branch, and what is read is well formed. Most rounds
+// go through the readers alone; every hundredth is stored and formatted as well.
+
+#include "alerts/alertformat.h"
+#include "core/files.h"
+#include "tests/alerts/alertfixture.h"
+#include "tests/support/mutator.h"
+
+#include <QFile>
+
+using namespace Tarnby;
+using Tarnby::Test::alertDocument;
+using Tarnby::Test::AlertTest;
+
+namespace
+{
+
+constexpr int kRoundsPerService = 150000;
+constexpr int kStoredEvery = 100;
+
+// Pieces of the answers' own layout, so that mutations reach past the first marks.
+const QStringList kTokens =
+    QStringLiteral("}|]|,|\"|\r\n|\n|\\n|...|* WHAT...|<br>|null|12.5|\"properties\": {|"
+                   "\"features\": [|\"alertList\": [|\"title\"|\"description\": |\"effective\": |"
+                   "\"Message\": |\"event\": \"Test Message\",\n|\"NWSheadline\": [| issued |"
+                   "Abduction|\\nNational Weather Service |\\n\\n...| remains |expired")
+        .split(u'|');
+
+QString flawOf(const AlertSet &set, bool nws)
+{
+    for (const AlertRecord &alert : set.alerts) {
+        if (!QStringList{"warning", "watch", "other"}.contains(alert.severity))
+            return "severity " + alert.severity;
+        if (GetAlertShortTitle(alert.title).size() > alert.title.size())
+            return "a short title longer than " + alert.title;
+        if (nws && (alert.issued.size() > 16 || alert.title.contains(" issued ")))
+            return "NWS fields not cut: " + alert.issued + " / " + alert.title;
+    }
+    return {};
+}
+
+QString flawOfBranch(const QStringList &before)
+{
+    GetAlertsFullText(true, true);
+    GetAlertsFullText(false, false);
+    GetAlertsInfo(true);
+    if (AlertsFailed())
+        return CacheBranchLines("Alerts") == before ? QString()
+                                                    : "a damaged answer changed the branch";
+    const int count = GetCache("Alerts", "Count").toInt();
+    if (GetCache("Alerts", "AlertsAvailable") != (count > 0 ? "True" : "False") ||
+        GetCache("Alerts", "Type").isEmpty() == (count > 0) ||
+        !GetCache("Alerts", "severity" + QString::number(count + 1)).isEmpty())
+        return "a branch that disagrees with its Count " + QString::number(count);
+    return {};
+}
+
+class AlertFuzzTest : public AlertTest
+{
+protected:
+    void runRounds(const char *goodAnswer, bool nws, unsigned seed)
+    {
+        const QString good = ReadFile(alertDocument(goodAnswer));
+        Tarnby::Test::Mutator mutator(seed, kTokens);
+        for (int round = 0; round < kRoundsPerService; ++round) {
+            const QString answer = mutator.mutated(good, 6);
+            setAlertsFailed(false);
+            QString flaw;
+            if (round % kStoredEvery == 0) {
+                const QStringList before = CacheBranchLines("Alerts");
+                QFile file(profile.file("answer.json")); // unsynced: the rounds need no safety
+                if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+                    file.write(answer.toUtf8());
+                file.close();
+                nws ? ProcessNwsAlerts(file.fileName()) : ProcessWeatherBugAlerts(file.fileName());
+                flaw = flawOfBranch(before);
+            } else {
+                const auto set =
+                    nws ? ReadNwsAlerts(answer, "fuzz") : ReadWeatherBugAlerts(answer, "fuzz");
+                flaw = set ? flawOf(*set, nws) : AlertsFailed() ? QString() : "damaged, flag clear";
+            }
+            ASSERT_TRUE(flaw.isEmpty())
+                << "round " << round << " of seed " << seed << ": " << flaw.toStdString() << "\n"
+                << answer.toStdString();
+        }
+    }
+};
+
+TEST_F(AlertFuzzTest, NwsAnswers)
+{
+    runRounds("nws-floodwatch.json", true, 20191220);
+}
+
+TEST_F(AlertFuzzTest, PulseAnswers)
+{
+    runRounds("pulse-three-alerts.json", false, 20240112);
+}
+
+} // namespace

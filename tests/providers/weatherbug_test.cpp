@@ -1,0 +1,209 @@
+#include "providers/weatherbug.h"
+
+#include "providers/conditions.h"
+#include "providers/observationdatabase.h"
+#include "retrieval/hosts.h"
+#include "tests/providers/fakedatabase.h"
+#include "tests/providers/livereadingtest.h"
+#include "tests/retrieval/scriptedchildren.h"
+
+using namespace Tarnby;
+using namespace Tarnby::Test;
+
+namespace
+{
+
+class WeatherBugTest : public LiveReadingTest
+{
+protected:
+    WeatherBugTest()
+    {
+        SavePref("Misc", "Token", "tok123");
+        SavePref("Misc", "TokenExpiration", Tarnby::clock().now().toString(Qt::ISODate));
+        SavePref("Hosts", "PulseApi", "http://pulse.example");
+    }
+
+    // The observation service answers with the named document.
+    void answerWith(const QString &documentName)
+    {
+        answer = readDataFile(QStringLiteral("weatherbug/") + documentName);
+    }
+
+    QString writeDocument(const QString &documentName)
+    {
+        const QString path = profile.file(QStringLiteral("live.json"));
+        QFile file(path);
+        if (file.open(QIODevice::WriteOnly))
+            file.write(readDataFile(QStringLiteral("weatherbug/") + documentName).toUtf8());
+        return path;
+    }
+
+    QString answer;
+    ScriptedChildren children{[this](const QString &) { return ChildReply::answer("0", answer); }};
+};
+
+// Golden cases: <case>.json is what the service answers, <case>.cache the cache before.
+class WeatherBugGolden : public WeatherBugTest, public ::testing::WithParamInterface<const char *>
+{
+};
+
+TEST_P(WeatherBugGolden, UpdateWritesTheExpectedKeys)
+{
+    const QString name = QLatin1String(GetParam());
+    loadCaseCache(name);
+    answerWith(name + QStringLiteral(".json"));
+    const QString arguments = UpdateWeatherBugConditions();
+    expectGolden(name + QStringLiteral(".update"), dumpCache(arguments));
+}
+
+INSTANTIATE_TEST_SUITE_P(Documents, WeatherBugGolden,
+                         ::testing::Values("v4-full", "holes", "truncated", "stale", "wrapped-crlf",
+                                           "wrapped-lf", "older-generation", "other-service",
+                                           "html-error", "empty"),
+                         [](const auto &info) {
+                             return QString::fromLatin1(info.param).remove('-').toStdString();
+                         });
+
+class LiveConditionsGolden : public WeatherBugTest,
+                             public ::testing::WithParamInterface<const char *>
+{
+};
+
+TEST_P(LiveConditionsGolden, OlderReaderWritesTheExpectedKeys)
+{
+    const QString name = QLatin1String(GetParam());
+    loadCaseCache(name);
+    ReadWeatherBugConditions(writeDocument(name + QStringLiteral(".json")), true, false);
+    expectGolden(name + QStringLiteral(".live"), dumpCache());
+}
+
+INSTANTIATE_TEST_SUITE_P(Documents, LiveConditionsGolden,
+                         ::testing::Values("v4-full", "holes", "other-service", "html-error",
+                                           "empty"),
+                         [](const auto &info) {
+                             return QString::fromLatin1(info.param).remove('-').toStdString();
+                         });
+
+TEST_F(WeatherBugTest, RequestCarriesPositionUnitsAndToken)
+{
+    answerWith("v4-full.json");
+    UpdateWeatherBugConditions();
+    ASSERT_EQ(children.launches.size(), 1);
+    EXPECT_EQ(children.launches[0].url,
+              "http://pulse.example/data/observations/v4/current?&location=41.534,-93.653"
+              "&locationtype=latitudelongitude&units=english&cultureinfo=en-en&verbose=true"
+              "&subscription-key=tok123");
+
+    process().PulseUrl = "https://other.example/root";
+    EXPECT_TRUE(clsWeatherBugStation::ObservationsUrl("1", "2").startsWith(
+        "https://other.example/root/data/observations/v4/current?&location=1,2&"));
+}
+
+TEST_F(WeatherBugTest, FailuresCountUpUntilAGoodReading)
+{
+    process().Latitude.clear(); // no position: nothing is fetched
+    EXPECT_EQ(UpdateWeatherBugConditions(), "");
+    EXPECT_TRUE(children.launches.isEmpty());
+    EXPECT_EQ(process().RealtimeLastError, Tarnby::clock().now());
+    process().Latitude = "41.534";
+    answerWith("html-error.json");
+    UpdateWeatherBugConditions();
+    UpdateWeatherBugConditions();
+    EXPECT_EQ(process().RealtimeErrorCount, 3);
+    answerWith("v4-full.json");
+    UpdateWeatherBugConditions();
+    EXPECT_EQ(process().RealtimeErrorCount, 0);
+}
+
+TEST_F(WeatherBugTest, OlderObservationPassesForANewlySelectedStation)
+{
+    selectStation("DSMWB", "41.534", "-93.653");
+    loadCaseCache("stale");
+    SaveCache("Current", "station-id", "OTHER");
+    answerWith("v4-full.json");
+    EXPECT_NE(UpdateWeatherBugConditions(), "");
+    EXPECT_EQ(current("station-id"), "DSMWB");
+    EXPECT_EQ(current("temp"), "71.6");
+}
+
+TEST_F(WeatherBugTest, TwinsInTheUsersUnitsAndPointDecimalsInTheList)
+{
+    process().UnitTemp = "C";
+    process().UnitWind = "km/h";
+    process().UnitBar = "hPa";
+    process().UnitPre = "mm";
+    process().DecimalSymbol = ",";
+    process().GroupSymbol = ".";
+    process().NonUsNumberFormat = true;
+    answerWith("v4-full.json");
+    const QString arguments = UpdateWeatherBugConditions();
+    EXPECT_EQ(current("temp"), "71,6");
+    EXPECT_EQ(current("temp-rateC"), "2,3");
+    EXPECT_EQ(current("pressureC"), "1013,2");
+    // temperatures whole, pressures with a point, everything else as written
+    EXPECT_TRUE(arguments.contains("'72','22','74','23','52','11'")) << arguments.toStdString();
+    EXPECT_TRUE(arguments.contains("'29.92','1013.2','30.01','1016.3'")) << arguments.toStdString();
+    EXPECT_TRUE(arguments.contains("'12,4','20,0'")) << arguments.toStdString();
+}
+
+TEST_F(WeatherBugTest, DayExtremesFromTheDatabaseWhenDocumentAndCacheHaveNone)
+{
+    FakeDatabase database;
+    database.high = "80";
+    database.low = "50";
+    answerWith("holes.json");
+    UpdateWeatherBugConditions();
+    EXPECT_EQ(current("temp-high"), "80");
+    EXPECT_EQ(current("temp-low"), "52.1"); // the document's low wins
+    EXPECT_EQ(database.askedDays, QList<QDate>{QDate(2024, 4, 15)});
+    ASSERT_EQ(database.rows.size(), 1);
+    EXPECT_EQ(database.rows[0].first.Temp, "N/A");
+    EXPECT_EQ(database.rows[0].first.PressureRate, "-0.02");
+    EXPECT_EQ(database.rows[0].second, 1);
+}
+
+TEST_F(WeatherBugTest, OlderReaderPopsTheBalloonOnAWatchedChange)
+{
+    int balloons = 0;
+    setConditionBalloonHandler([&] { ++balloons; });
+    SavePref("TrayTooltip", "PopTrayBalloonWhen", "Wind Changes|Temperature Changes");
+    const QString path = writeDocument("v4-full.json");
+    loadCache("Current/temp=70\nCurrent/station-id=DSMWB\n");
+    ReadWeatherBugConditions(path, true, false);
+    EXPECT_EQ(balloons, 1);
+    // the same observation again is not read without force
+    SaveCache("Current", "temp", "70");
+    ReadWeatherBugConditions(path, true, false);
+    EXPECT_EQ(current("temp"), "70");
+    // a change of station never pops one
+    SaveCache("Current", "station-id", "OTHER");
+    ReadWeatherBugConditions(path, true, true);
+    EXPECT_EQ(balloons, 1);
+    EXPECT_FALSE(process().ProcessingConditions);
+    setConditionBalloonHandler({});
+}
+
+TEST_F(WeatherBugTest, LinksForAUsAndAnInternationalStation)
+{
+    SavePref("Hosts", "WeatherBug", "http://wb.example");
+    SaveCache("Links", "Map9", "left over");
+    SavePref("CityCode", "ZipCode", "50309");
+    BuildWeatherBugLinks(QString(), false, false);
+    const auto links = [](const char *key) { return GetCache("Links", key); };
+    EXPECT_EQ(links("Map9"), "");
+    EXPECT_EQ(links("ForecastCount"), "3");
+    EXPECT_EQ(links("ForecastURL3"), "http://wb.example/weather-forecast/history/");
+    EXPECT_EQ(links("URL-detailfcast"), links("ForecastURL1"));
+    EXPECT_EQ(links("URL-doppler"), "http://wb.example/maps/?lat=41.534&lon=-93.653&layer=radar");
+    EXPECT_EQ(links("MapCount"), "3");
+    EXPECT_EQ(links("MapURL2"),
+              "http://wb.example/maps/?lat=[LATITUDE]&lon=[LONGITUDE]&layer=radar");
+
+    SavePref("CityCode", "ZipCode", "0");
+    BuildWeatherBugLinks(QString(), false, false);
+    EXPECT_EQ(links("URL-doppler"), "");
+    EXPECT_EQ(links("MapCount"), "2");
+    EXPECT_EQ(links("Map2"), "Satellite");
+}
+
+} // namespace
