@@ -197,8 +197,8 @@ QList<std::pair<QString, QString>> SqliteSettings::values(const QString &section
     QList<std::pair<QString, QString>> result;
     if (!m_db)
         return result;
-    StatementReset reset{m_values};
-    bindText(m_values, 1, section);
+    Execution run(m_values);
+    run.bind(1, section);
     // The file stores UTF-8: reading it as such spares SQLite a conversion of every row.
     const auto utf8 = [this](int column) {
         return QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(m_values, column)),
