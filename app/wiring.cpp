@@ -8,6 +8,7 @@
 #include "run/runhooks.h"
 #include "run/runstate.h"
 #include "run/scheduler.h"
+#include "template/exportlog.h"
 
 namespace Tarnby {
 
@@ -41,6 +42,9 @@ RetrievalHooks providerHooks()
         WriteSunCache();
         return false;
     };
+    // The user's export and log files, from their templates in the settings.
+    hooks.writeUserLog = &RunLog;
+    hooks.runExport = &RunExport;
     return hooks;
 }
 

@@ -73,15 +73,22 @@ QString iconCircumstances()
     });
 }
 
-template <class ComputeFn> QString keptIconPath(char kind, const QString &code, ComputeFn compute)
+// Texts kept across expansions, under a key that holds all they hang on.
+thread_local QHash<QString, QString> t_icons, t_times;
+
+template <class ComputeFn>
+QString kept(QHash<QString, QString> &store, const QString &key, ComputeFn compute)
 {
     constexpr qsizetype kMostKept = 4096;
-    thread_local QHash<QString, QString> kept;
-    const QString key = iconCircumstances() + QChar::fromLatin1(kind) + code;
-    const auto it = kept.constFind(key);
-    if (it != kept.cend()) return it.value();
-    if (kept.size() >= kMostKept) kept.clear();
-    return *kept.insert(key, compute());
+    const auto it = store.constFind(key);
+    if (it != store.cend()) return it.value();
+    if (store.size() >= kMostKept) store.clear();
+    return *store.insert(key, compute());
+}
+
+template <class ComputeFn> QString keptIconPath(char kind, const QString &code, ComputeFn compute)
+{
+    return kept(t_icons, iconCircumstances() + QChar::fromLatin1(kind) + code, compute);
 }
 
 } // namespace
@@ -151,9 +158,14 @@ QString TimeText(const QString &text, bool noAmPm, bool trimMinutes, bool noSeco
 {
     const QChar flags(u'0' + (noAmPm ? 1 : 0) + (trimMinutes ? 2 : 0) + (noSeconds ? 4 : 0) +
                       (keepMinutes ? 8 : 0));
-    return remembered('t', flags + text, [&] {
-        return FormatTime(text, noAmPm, trimMinutes, noSeconds, keepMinutes);
+    // A time's text hangs on the clock setting and the locale besides the input; it is kept
+    // across expansions under those.
+    const QString circumstances = remembered('u', QString(), [] {
+        return SettingValue(QStringLiteral("OnDownload"), QStringLiteral("Use24")) + QChar(0x1F) +
+               dateLocale().name();
     });
+    return kept(t_times, circumstances + flags + text,
+                [&] { return FormatTime(text, noAmPm, trimMinutes, noSeconds, keepMinutes); });
 }
 
 } // namespace Tarnby

@@ -44,7 +44,7 @@ QString CacheValue(const QString &section, const QString &key);
 QString ReadCacheValue(const QString &section, const QString &key, bool afterBlank = false,
                        bool naIfEmpty = false);
 
-// A setting that no expansion writes (the Conversion flags read at each use).
+// A setting that no expansion writes (the Conversion flags, the skin and station names).
 QString SettingValue(const QString &section, const QString &key);
 // The icon path (derive/icons.h) of a condition code for the current station's family.
 QString IconPathOfCode(const QString &code);

@@ -22,7 +22,7 @@ namespace
 
 const QString kCurrent = QStringLiteral("Current");
 
-using Suffixes = std::initializer_list<const char *>;
+using Suffixes = QList<const char *>;
 
 // The suffixes of the temperature stems, in the order they are tried.
 const Suffixes kAllSuffixes{"",
@@ -40,25 +40,7 @@ const Suffixes kAllSuffixes{"",
                             "PARENS ROUND",
                             "PLAIN NOT CONVERTED",
                             "PLAIN NOT CONVERTED ROUND"};
-const Suffixes kHighLowSuffixes{"",
-                                "DEGREE",
-                                "PLAIN",
-                                "PLAIN SINGLE",
-                                "PLAIN ROUND",
-                                "PLAIN ROUND SINGLE",
-                                "PLAIN NOT CONVERTED",
-                                "RETURN",
-                                "PARENS"};
-const Suffixes kTempHighLowSuffixes{"",
-                                    "DEGREE",
-                                    "PLAIN",
-                                    "PLAIN SINGLE",
-                                    "PLAIN ROUND",
-                                    "PLAIN ROUND SINGLE",
-                                    "PLAIN NOT CONVERTED",
-                                    "RETURN",
-                                    "PARENS",
-                                    "DEGREE TENTHS"};
+const Suffixes kTempHighLowSuffixes = kHighLowSuffixes + Suffixes{"DEGREE TENTHS"};
 const Suffixes kFeelsSuffixes{"",      "DEGREE",      "DEGREE ROUND",        "DEGREE TENTHS",
                               "PLAIN", "PLAIN ROUND", "PLAIN NOT CONVERTED", "RETURN",
                               "PARENS"};
@@ -199,6 +181,53 @@ void expandRain(TokenText &text)
     }
 }
 
+// The raw wind values and the directions of "Current", by token, in the order they are tried.
+enum class DirectionShown { Raw, Compass, Degrees, DegreesReversed, DegreesWithSign };
+struct WindDirectionToken {
+    QString token;
+    QString key;
+    DirectionShown shown;
+};
+const WindDirectionToken kWindDirections[] = {
+    {QStringLiteral("[WIND PLAIN NOT CONVERTED]"), QStringLiteral("wind-speed"),
+     DirectionShown::Raw},
+    {QStringLiteral("[WIND DEGREES]"), QStringLiteral("wind-direction"), DirectionShown::Degrees},
+    {QStringLiteral("[WIND DEGREES REVERSED]"), QStringLiteral("wind-direction"),
+     DirectionShown::DegreesReversed},
+    {QStringLiteral("[WIND DEGREES AVG]"), QStringLiteral("wind-direction-avg"),
+     DirectionShown::Degrees},
+    {QStringLiteral("[WIND DIRECTION]"), QStringLiteral("wind-direction"), DirectionShown::Compass},
+    {QStringLiteral("[WIND DIRECTION PLAIN]"), QStringLiteral("wind-direction"),
+     DirectionShown::Raw},
+    {QStringLiteral("[WIND DIRECTION AVG]"), QStringLiteral("wind-direction-avg"),
+     DirectionShown::Raw},
+    {QStringLiteral("[WIND GUST DEGREES]"), QStringLiteral("gust-direction"),
+     DirectionShown::DegreesWithSign},
+    {QStringLiteral("[WIND GUST DEGREES PLAIN]"), QStringLiteral("gust-direction"),
+     DirectionShown::Degrees},
+    {QStringLiteral("[WIND GUST DIRECTION]"), QStringLiteral("gust-direction"),
+     DirectionShown::Compass},
+    {QStringLiteral("[WIND GUST DIRECTION PLAIN]"), QStringLiteral("gust-direction"),
+     DirectionShown::Raw},
+};
+
+QString windDirection(const WindDirectionToken &direction)
+{
+    switch (direction.shown) {
+    case DirectionShown::Raw:
+        return rawValue(direction.key);
+    case DirectionShown::Compass:
+        return FormatCompass(kCurrent, direction.key, false, true, false);
+    case DirectionShown::Degrees:
+    case DirectionShown::DegreesReversed:
+    case DirectionShown::DegreesWithSign:
+        break;
+    }
+    return CompassToDegrees(CacheValue(kCurrent, direction.key),
+                            direction.shown == DirectionShown::DegreesReversed,
+                            direction.shown == DirectionShown::DegreesWithSign);
+}
+
 void expandWind(TokenText &text)
 {
     const QString wind = QStringLiteral("WIND");
@@ -207,31 +236,8 @@ void expandWind(TokenText &text)
         expandToken(text, tokenName(wind, words),
                     [&] { return FormatWind(kCurrent, QString(), WindDress::fromSuffix(words)); });
     }
-    const auto raw = [](const char *key) { return CacheValue(kCurrent, QLatin1StringView(key)); };
-    expandToken(text, QStringLiteral("[WIND PLAIN NOT CONVERTED]"),
-                [] { return rawValue(QStringLiteral("wind-speed")); });
-    expandToken(text, QStringLiteral("[WIND DEGREES]"),
-                [&] { return CompassToDegrees(raw("wind-direction"), false, false); });
-    expandToken(text, QStringLiteral("[WIND DEGREES REVERSED]"),
-                [&] { return CompassToDegrees(raw("wind-direction"), true, false); });
-    expandToken(text, QStringLiteral("[WIND DEGREES AVG]"),
-                [&] { return CompassToDegrees(raw("wind-direction-avg"), false, false); });
-    expandToken(text, QStringLiteral("[WIND DIRECTION]"), [] {
-        return FormatCompass(kCurrent, QStringLiteral("wind-direction"), false, true, false);
-    });
-    expandToken(text, QStringLiteral("[WIND DIRECTION PLAIN]"),
-                [] { return rawValue(QStringLiteral("wind-direction")); });
-    expandToken(text, QStringLiteral("[WIND DIRECTION AVG]"),
-                [] { return rawValue(QStringLiteral("wind-direction-avg")); });
-    expandToken(text, QStringLiteral("[WIND GUST DEGREES]"),
-                [&] { return CompassToDegrees(raw("gust-direction"), false, true); });
-    expandToken(text, QStringLiteral("[WIND GUST DEGREES PLAIN]"),
-                [&] { return CompassToDegrees(raw("gust-direction"), false, false); });
-    expandToken(text, QStringLiteral("[WIND GUST DIRECTION]"), [] {
-        return FormatCompass(kCurrent, QStringLiteral("gust-direction"), false, true, false);
-    });
-    expandToken(text, QStringLiteral("[WIND GUST DIRECTION PLAIN]"),
-                [] { return rawValue(QStringLiteral("gust-direction")); });
+    for (const WindDirectionToken &direction : kWindDirections)
+        expandToken(text, direction.token, [&] { return windDirection(direction); });
     for (const char *suffix : {"", "ROUND", "PLAIN"}) {
         const QString words = QLatin1StringView(suffix);
         expandToken(text, tokenName(QStringLiteral("WIND GUST"), words), [&] {
@@ -300,10 +306,7 @@ void ExpandCurrentTokens(TokenText &text)
 
 QString ExpandCurrentTokens(QString text)
 {
-    const ExpansionCache cache;
-    TokenText working(std::move(text));
-    ExpandCurrentTokens(working);
-    return working.take();
+    return runPass(std::move(text), [](TokenText &working) { ExpandCurrentTokens(working); });
 }
 
 } // namespace Tarnby

@@ -14,6 +14,8 @@
 #include "template/loopdriver.h"
 #include "template/rowtokens.h"
 
+#include <array>
+
 namespace Tarnby
 {
 
@@ -228,19 +230,16 @@ bool sequenceRows(const QString &head, const QStringList &pieces, LoopOutput &ou
     const int count = std::min(HeadNumber(head, u"COUNT=").value_or(cached), cached);
     const bool stale = forecastIsStale();
     DailyRow r{beginsAtNight() ? 2 : 1, 1, 1, {}, false};
-    PieceCycle cycle(pieces);
-    for (; r.row <= count; ++r.row) {
+    return SequenceRows(pieces, count, out, [&](TokenText &row, int i) {
+        r.row = i;
         const QString label = sequenceLabel(r, stale);
         r.isLabel = !label.isEmpty();
         r.dayName = r.isLabel ? label : CacheValue(kDaily, halfKey("title", r));
-        TokenText row = cycle.current();
         expandCommonTokens(row, r, true);
-        if (!out.append(row.take())) return false;
-        cycle.advance();
+        // A day row is followed by its night, a night by the next day.
         if (r.half == 2) ++r.day;
         r.half = r.half == 1 ? 2 : 1;
-    }
-    return true;
+    });
 }
 
 bool pieceWanted(const QString &piece, int day)
@@ -276,6 +275,28 @@ bool dailyRows(const QString &head, const QStringList &pieces, LoopOutput &out)
     return true;
 }
 
+// The names ("dddd", "ddd") of today and the six days after, made once a day and locale.
+const std::array<std::pair<QString, QString>, 7> &weekdaysAhead()
+{
+    struct Week {
+        QDate today;
+        QString locale;
+        std::array<std::pair<QString, QString>, 7> names;
+    };
+    thread_local Week week;
+    const QDate today = clock().now().date();
+    if (week.today != today || week.locale != dateLocale().name()) {
+        week.today = today;
+        week.locale = dateLocale().name();
+        for (int ahead = 0; ahead < 7; ++ahead) {
+            const QDateTime day = wallClock(today.addDays(ahead));
+            week.names[ahead] = {formatDateTime(day, QStringLiteral("dddd"), dateLocale()),
+                                 formatDateTime(day, QStringLiteral("ddd"), dateLocale())};
+        }
+    }
+    return week.names;
+}
+
 } // namespace
 
 QString AbbreviateDayName(const QString &text, bool shortName, bool keepSecondWord)
@@ -285,12 +306,9 @@ QString AbbreviateDayName(const QString &text, bool shortName, bool keepSecondWo
     const qsizetype blank = text.indexOf(u' ');
     const QString word = blank < 0 ? text : text.left(blank);
     QString name = word.left(3);
-    const QDate today = clock().now().date();
-    for (int ahead = 0; ahead < 7; ++ahead) {
-        const QDateTime day = wallClock(today.addDays(ahead));
-        if (word.compare(formatDateTime(day, QStringLiteral("dddd"), dateLocale()),
-                         Qt::CaseInsensitive) == 0) {
-            name = formatDateTime(day, QStringLiteral("ddd"), dateLocale());
+    for (const auto &[full, abbreviated] : weekdaysAhead()) {
+        if (word.compare(full, Qt::CaseInsensitive) == 0) {
+            name = abbreviated;
             break;
         }
     }

@@ -12,10 +12,31 @@ namespace Tarnby
 namespace
 {
 
+// Every degree sign becomes "&deg;", then every "&ndash;" is greyed. Neither replacement
+// can make or break a match of the other, so one walk does both.
 QString withEntities(const QString &text)
 {
-    return ReplaceAll(ReplaceAll(text, u"\u00B0", u"&deg;"), u"&ndash;",
-                      u"<SPAN STYLE='color:#BBBBBB;'>&ndash;</SPAN>");
+    const QChar degree(0xB0);
+    const QStringView dash = u"&ndash;";
+    QString out;
+    out.reserve(text.size() + text.size() / 8);
+    qsizetype copied = 0;
+    qsizetype nextDegree = text.indexOf(degree), nextDash = text.indexOf(dash);
+    while (nextDegree >= 0 || nextDash >= 0) {
+        const bool isDegree = nextDash < 0 || (nextDegree >= 0 && nextDegree < nextDash);
+        const qsizetype at = isDegree ? nextDegree : nextDash;
+        out.append(QStringView(text).mid(copied, at - copied));
+        if (isDegree) {
+            out.append(u"&deg;");
+            copied = at + 1;
+            nextDegree = text.indexOf(degree, copied);
+        } else {
+            out.append(u"<SPAN STYLE='color:#BBBBBB;'>&ndash;</SPAN>");
+            copied = at + dash.size();
+            nextDash = text.indexOf(dash, copied);
+        }
+    }
+    return out.append(QStringView(text).mid(copied));
 }
 
 } // namespace

@@ -347,7 +347,7 @@ QString CurrentCondition()
 {
     QString condition = CacheValue(kCurrent, QStringLiteral("description"));
     if (condition.isEmpty() &&
-        IsInternational(GetPref(QStringLiteral("CityCode"), QStringLiteral("ZipCode"))))
+        IsInternational(SettingValue(QStringLiteral("CityCode"), QStringLiteral("ZipCode"))))
         condition = CacheValue(QStringLiteral("Daily"), QStringLiteral("short-title11"));
     if (condition.isEmpty() || condition == u"N/A")
         condition =

@@ -97,14 +97,8 @@ bool hourRows(const QString &head, const QStringList &pieces, LoopOutput &out)
     const int cached = CacheCount(kHourly);
     const int count = std::min(HeadNumber(head, u"COUNT=").value_or(cached), cached);
     const int start = HeadNumber(head, u"START=").value_or(1);
-    PieceCycle cycle(pieces);
-    for (int i = 1; i <= count; ++i) {
-        TokenText row = cycle.current();
-        expandHourRow(row, i + start - 1);
-        if (!out.append(row.take())) return false;
-        cycle.advance();
-    }
-    return true;
+    return SequenceRows(pieces, count, out,
+                        [start](TokenText &row, int i) { expandHourRow(row, i + start - 1); });
 }
 
 } // namespace

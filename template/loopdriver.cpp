@@ -51,8 +51,12 @@ bool LoopOutput::append(QStringView row)
 QString ExpandLoopConstructs(QString text, bool forceLoops, const LoopKind &kind,
                              const LoopRows &rows)
 {
-    if (!forceLoops && findSyntax(text, kind.gate) < 0) return text;
+    // A head begins with its gate prefix: none can stand before the first gate.
     qsizetype from = 0;
+    if (!forceLoops) {
+        from = findSyntax(text, kind.gate);
+        if (from < 0) return text;
+    }
     for (;;) {
         const qsizetype head = findSyntax(text, kind.head, from);
         if (head < 0) break;

@@ -87,4 +87,18 @@ private:
     qsizetype m_index = 0;
 };
 
+// The rows of a sequence loop: for i from 1 to count, the next piece with its tokens
+// expanded by fill(row, i). False when the output refused a row.
+template <class FillFn>
+bool SequenceRows(const QStringList &pieces, int count, LoopOutput &out, FillFn fill)
+{
+    PieceCycle cycle(pieces);
+    for (int i = 1; i <= count; ++i, cycle.advance()) {
+        TokenText row = cycle.current();
+        fill(row, i);
+        if (!out.append(row.take())) return false;
+    }
+    return true;
+}
+
 } // namespace Tarnby

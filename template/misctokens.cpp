@@ -143,7 +143,7 @@ void expandSkinMapStyles(TokenText &text)
 
 QString stationName()
 {
-    return GetPref(QStringLiteral("CityCode"), QStringLiteral("City")).trimmed();
+    return SettingValue(QStringLiteral("CityCode"), QStringLiteral("City")).trimmed();
 }
 
 QString stationFormatted()
@@ -190,7 +190,7 @@ void expandDatesAndPlaces(TokenText &text)
         expandFolderForms(text, QStringLiteral("INSTALL LOCATION"), ProgramFolder(), exact);
     exact(text, QStringLiteral("[IS INTERNATIONAL]"), [] {
         const bool abroad =
-            IsInternational(GetPref(QStringLiteral("CityCode"), QStringLiteral("ZipCode")));
+            IsInternational(SettingValue(QStringLiteral("CityCode"), QStringLiteral("ZipCode")));
         return abroad ? QStringLiteral("True") : QStringLiteral("False");
     });
     if (text.contains(u"[PROFILE "))
@@ -288,7 +288,7 @@ QString updatedValue(const QString &stamp)
 
 QString InterfaceSkinName()
 {
-    const QString skin = GetPref(QStringLiteral("Skins"), QStringLiteral("Interface"));
+    const QString skin = SettingValue(QStringLiteral("Skins"), QStringLiteral("Interface"));
     return skin.isEmpty() ? QStringLiteral("Splendid4") : skin;
 }
 
@@ -365,10 +365,7 @@ void ExpandMiscTokens(TokenText &text)
 
 QString ExpandMiscTokens(QString text)
 {
-    const ExpansionCache cache;
-    TokenText working(std::move(text));
-    ExpandMiscTokens(working);
-    return working.take();
+    return runPass(std::move(text), [](TokenText &working) { ExpandMiscTokens(working); });
 }
 
 } // namespace Tarnby

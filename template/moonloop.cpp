@@ -50,16 +50,10 @@ bool moonRows(const QString &head, const QStringList &pieces, LoopOutput &out)
     const int start = HeadNumber(head, u"START=").value_or(1);
     const std::optional<QDateTime> base =
         readDate(CacheValue(QStringLiteral("Daily"), QStringLiteral("date")));
-    PieceCycle cycle(pieces);
-    for (int i = 1; i <= count; ++i) {
-        const QDateTime date =
-            base ? wallClock(base->date().addDays(i + start - 2), QTime(18, 0)) : QDateTime();
-        TokenText row = cycle.current();
-        expandMoonRow(row, date);
-        if (!out.append(row.take())) return false;
-        cycle.advance();
-    }
-    return true;
+    return SequenceRows(pieces, count, out, [&](TokenText &row, int i) {
+        expandMoonRow(row, base ? wallClock(base->date().addDays(i + start - 2), QTime(18, 0))
+                                : QDateTime());
+    });
 }
 
 } // namespace

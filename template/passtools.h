@@ -2,6 +2,7 @@
 // The step every pass is made of: when the token occurs, compute its value once and
 // replace every occurrence; when it does not, compute nothing.
 
+#include "template/cachereads.h"
 #include "template/tokentext.h"
 
 #include <QList>
@@ -27,6 +28,15 @@ void expandTokenIgnoringCase(TokenText &text, const QString &token, ValueFn &&va
 template <class ExpandFn> void gated(TokenText &text, const char16_t *gate, ExpandFn expand)
 {
     if (text.contains(QStringView(gate))) expand();
+}
+
+// A pass run on a whole text by itself, with the cache kept for its length.
+template <class PassFn> QString runPass(QString text, PassFn pass)
+{
+    const ExpansionCache cache;
+    TokenText working(std::move(text));
+    pass(working);
+    return working.take();
 }
 
 // The text without the blanks (spaces only) at either end.
@@ -56,7 +66,7 @@ public:
         QString token;
         QString suffix;
     };
-    TokenFamily(const char *stem, std::initializer_list<const char *> suffixes)
+    TokenFamily(const char *stem, const QList<const char *> &suffixes)
     {
         for (const char *suffix : suffixes) {
             const QString words = QString::fromLatin1(suffix);
@@ -68,6 +78,17 @@ public:
 private:
     QList<Member> m_members;
 };
+
+// The suffixes of the highs, lows and spans of a temperature, here and in forecast periods.
+inline const QList<const char *> kHighLowSuffixes{"",
+                                                  "DEGREE",
+                                                  "PLAIN",
+                                                  "PLAIN SINGLE",
+                                                  "PLAIN ROUND",
+                                                  "PLAIN ROUND SINGLE",
+                                                  "PLAIN NOT CONVERTED",
+                                                  "RETURN",
+                                                  "PARENS"};
 
 // Every member of the family that occurs, with value(suffix) as its value.
 template <class ValueFn>

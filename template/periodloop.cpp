@@ -23,54 +23,19 @@ const QString kDash = QStringLiteral("&ndash;");
 const QString kLongDash =
     QStringLiteral("&ndash;&ndash;<IMG CLASS='Placeholder' STYLE='width:2px;'>");
 
-const std::initializer_list<const char *> kLowHighSuffixes{"",
-                                                           "DEGREE",
-                                                           "PLAIN",
-                                                           "PLAIN SINGLE",
-                                                           "PLAIN ROUND",
-                                                           "PLAIN ROUND SINGLE",
-                                                           "PLAIN NOT CONVERTED",
-                                                           "RETURN",
-                                                           "PARENS"};
-const std::initializer_list<const char *> kTempLowHighSuffixes{"",
-                                                               "DEGREE",
-                                                               "PLAIN",
-                                                               "PLAIN SINGLE",
-                                                               "PLAIN ROUND",
-                                                               "PLAIN ROUND SINGLE",
-                                                               "PLAIN NOT CONVERTED",
-                                                               "RETURN",
-                                                               "PARENS",
-                                                               "COLOR"};
-const std::initializer_list<const char *> kTempSpanSuffixes{"",
-                                                            "DEGREE",
-                                                            "DEGREE LONGDASH",
-                                                            "PLAIN",
-                                                            "PLAIN SINGLE",
-                                                            "PLAIN ROUND",
-                                                            "PLAIN ROUND SINGLE",
-                                                            "PLAIN NOT CONVERTED",
-                                                            "RETURN",
-                                                            "PARENS",
-                                                            "COLOR 1",
-                                                            "COLOR 2"};
-const std::initializer_list<const char *> kFeelsSpanSuffixes{"",
-                                                             "DEGREE",
-                                                             "PLAIN",
-                                                             "PLAIN SINGLE",
-                                                             "PLAIN ROUND",
-                                                             "PLAIN ROUND SINGLE",
-                                                             "PLAIN NOT CONVERTED",
-                                                             "RETURN",
-                                                             "PARENS"};
+const QList<const char *> kTempLowHighSuffixes = kHighLowSuffixes + QList<const char *>{"COLOR"};
+// The span's own suffixes around those of a high or low.
+const QList<const char *> kTempSpanSuffixes = QList<const char *>{"", "DEGREE", "DEGREE LONGDASH"} +
+                                              kHighLowSuffixes.mid(2) +
+                                              QList<const char *>{"COLOR 1", "COLOR 2"};
 
 const TokenFamily kTempLow("PERIOD TEMP LOW", kTempLowHighSuffixes);
 const TokenFamily kTempHigh("PERIOD TEMP HIGH", kTempLowHighSuffixes);
 const TokenFamily kOrderedSpan("PERIOD ORDERED TEMP SPAN", kTempSpanSuffixes);
 const TokenFamily kTempSpan("PERIOD TEMP SPAN", kTempSpanSuffixes);
-const TokenFamily kFeelsLow("PERIOD FEELS LOW", kLowHighSuffixes);
-const TokenFamily kFeelsHigh("PERIOD FEELS HIGH", kLowHighSuffixes);
-const TokenFamily kFeelsSpan("PERIOD FEELS SPAN", kFeelsSpanSuffixes);
+const TokenFamily kFeelsLow("PERIOD FEELS LOW", kHighLowSuffixes);
+const TokenFamily kFeelsHigh("PERIOD FEELS HIGH", kHighLowSuffixes);
+const TokenFamily kFeelsSpan("PERIOD FEELS SPAN", kHighLowSuffixes);
 const TokenFamily kDewSpan("PERIOD DEW SPAN", {"", "DEGREE"});
 const TokenFamily kHumidexHigh("PERIOD HUMIDEX HIGH", {"", "DEGREE", "COLOR"});
 const TokenFamily kHumidexLow("PERIOD HUMIDEX LOW", {"", "DEGREE", "COLOR"});
@@ -262,15 +227,10 @@ bool periodRows(const QString &head, const QStringList &pieces, LoopOutput &out)
 {
     const int count = PeriodHeadCount(head);
     const int start = HeadNumber(head, u"START=").value_or(1);
-    PieceCycle cycle(pieces);
-    for (int i = 1; i <= count; ++i) {
-        TokenText row = cycle.current();
-        // The record is computed for every row, whether or not its values are used.
+    // The record is computed for every row, whether or not its values are used.
+    return SequenceRows(pieces, count, out, [start](TokenText &row, int i) {
         expandPeriodRow(row, readPeriod(i + start - 1));
-        if (!out.append(row.take())) return false;
-        cycle.advance();
-    }
-    return true;
+    });
 }
 
 } // namespace

@@ -9,11 +9,6 @@ cStringBuilder::cStringBuilder(qsizetype chunkSize) : m_chunkSize(std::max<qsize
 {
 }
 
-void cStringBuilder::setChunkSize(qsizetype chunkSize)
-{
-    m_chunkSize = std::max<qsizetype>(1, chunkSize);
-}
-
 void cStringBuilder::reserveFor(qsizetype extra)
 {
     const qsizetype needed = m_text.size() + extra;

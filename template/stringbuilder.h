@@ -36,7 +36,6 @@ public:
 
     qsizetype Capacity() const { return m_text.capacity(); }
     qsizetype ChunkSize() const { return m_chunkSize; }
-    void setChunkSize(qsizetype chunkSize);
 
 private:
     void reserveFor(qsizetype extra);

@@ -86,20 +86,6 @@ private:
 
 } // namespace
 
-QString ReplaceAll(const QString &text, QStringView needle, QStringView value)
-{
-    qsizetype at = text.indexOf(needle);
-    if (at < 0) return text;
-    QString out;
-    out.reserve(text.size());
-    qsizetype copied = 0;
-    for (; at >= 0; at = text.indexOf(needle, at + needle.size())) {
-        out.append(QStringView(text).mid(copied, at - copied)).append(value);
-        copied = at + needle.size();
-    }
-    return out.append(QStringView(text).mid(copied));
-}
-
 QString TextBetween(const QString &text, QStringView opening, QStringView closing,
                     const QString &fallback)
 {

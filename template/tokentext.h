@@ -23,9 +23,6 @@
 namespace Tarnby
 {
 
-// Every occurrence replaced, left to right, as QString::replace does.
-QString ReplaceAll(const QString &text, QStringView needle, QStringView value);
-
 // What stands between the first `opening` and the next `closing` behind it; `fallback`
 // when either is missing.
 QString TextBetween(const QString &text, QStringView opening, QStringView closing,

@@ -10,7 +10,6 @@
 #include "derive/units.h"
 #include "template/expander.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
@@ -124,12 +123,3 @@ void BM_ExpandUnbalancedLoopHeads(benchmark::State &state)
 BENCHMARK(BM_ExpandUnbalancedLoopHeads)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 } // namespace
-
-int main(int argc, char **argv)
-{
-    QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -188,6 +188,15 @@ TEST_F(Loops, PeriodValues)
         "[PERIOD SEQUENCE LOOP COUNT=1][PERIOD NAME]: [PERIOD CONDITION], [PERIOD TEMP SPAN] "
         "[PERIOD TEMP SPAN PLAIN NOT CONVERTED][/PERIOD SEQUENCE LOOP]";
     EXPECT_EQ(expand(text), QString::fromUtf8("Afternoon: 40% Chance Rain, 90°F 90"));
+    // A falling afternoon: the ordered span puts the high first, and its colours follow.
+    cache("Hourly", "temperature3", "80");
+    const QString spans = "[PERIOD SEQUENCE LOOP COUNT=1][PERIOD TEMP SPAN PLAIN SINGLE]|"
+                          "[PERIOD ORDERED TEMP SPAN DEGREE]|[PERIOD ORDERED TEMP SPAN COLOR 1]|"
+                          "[PERIOD TEMP SPAN COLOR 1]|[PERIOD TEMP SPAN DEGREE LONGDASH]"
+                          "[/PERIOD SEQUENCE LOOP]";
+    EXPECT_EQ(expand(spans), QString::fromUtf8("80&ndash;90|90°&ndash;80°|#FFFA00|#6CCF03|80°"
+                                               "&ndash;&ndash;<IMG CLASS='Placeholder' "
+                                               "STYLE='width:2px;'>90°"));
 }
 
 TEST(AbbreviateDayName, Forms)
