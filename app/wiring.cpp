@@ -4,6 +4,7 @@
 #include "core/processvalues.h"
 #include "derive/sunmoon.h"
 #include "providers/conditions.h"
+#include "providers/forecasts.h"
 #include "providers/weatherbug.h"
 #include "run/runhooks.h"
 #include "run/runstate.h"
@@ -14,6 +15,23 @@ namespace Tarnby {
 
 namespace {
 
+// A document that could not be read fails its slot as a failed download would.
+void registerReader(const QString &kind, DownloadKindHandler reader, std::function<bool()> readFailed,
+                    Failure flag)
+{
+    registerDownloadKind(kind, [=](const QString &path, bool newData, bool force) {
+        reader(path, newData, force);
+        if (readFailed())
+            runState().failed(flag) = true;
+    });
+}
+
+void registerForecastReader(const QString &kind, DownloadKindHandler reader, ForecastDocument document,
+                            Failure flag)
+{
+    registerReader(kind, std::move(reader), [document] { return ForecastFailed(document); }, flag);
+}
+
 void registerKinds()
 {
     registerDownloadKind(QStringLiteral("LiveConditions"), [](const QString &path, bool newData, bool force) {
@@ -23,12 +41,15 @@ void registerKinds()
             ReadWeatherBugConditions(path, newData, force);
     });
     registerDownloadKind(QStringLiteral("Links"), &BuildWeatherBugLinks);
-    // A document that could not be read fails the slot as a failed download would.
-    registerDownloadKind(QStringLiteral("Alerts"), [](const QString &path, bool newData, bool force) {
-        ProcessAlertsDownload(path, newData, force);
-        if (AlertsFailed())
-            runState().failed(Failure::Alerts) = true;
-    });
+    registerReader(QStringLiteral("Alerts"), &ProcessAlertsDownload, &AlertsFailed, Failure::Alerts);
+    registerForecastReader(QStringLiteral("Detailed"), &ProcessDetailedDownload, ForecastDocument::Daily,
+                           Failure::Detailed);
+    registerForecastReader(QStringLiteral("NDFD"), &ProcessNdfdDownload, ForecastDocument::Hourly,
+                           Failure::Hourly);
+    registerForecastReader(QStringLiteral("UV"), &ProcessUvDownload, ForecastDocument::Uv, Failure::Uv);
+    registerForecastReader(QStringLiteral("WuUV"), &ProcessWuUvDownload, ForecastDocument::Uv, Failure::Uv);
+    registerForecastReader(QStringLiteral("NwsDetailed"), &ProcessNwsDetailedDownload, ForecastDocument::NwsText,
+                           Failure::NwsDetailed);
 }
 
 RetrievalHooks providerHooks()

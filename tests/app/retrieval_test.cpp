@@ -16,9 +16,9 @@ class RetrievalTest : public ::testing::Test
 protected:
     void SetUp() override
     {
-        const QString observations = m_documents.filePath("pulse/data/observations/v4/current");
-        ASSERT_TRUE(QDir().mkpath(observations));
-        ASSERT_TRUE(QFile::copy(Tarnby::Test::dataFile("weatherbug/v4-full.json"), observations + "/@"));
+        serve("pulse/data/observations/v4/current", "weatherbug/v4-full.json");
+        serve("pulse/getHourly6DayForecast/data/forecasts/v1/hourly", "forecast/hourly-40.json");
+        serve("pulse/data/forecasts/v1/daily", "forecast/daily-week.json");
         m_port = m_service.start(QFile::encodeName(m_documents.path()).toStdString());
         ASSERT_GT(m_port, 0);
         for (const QStringList &setting :
@@ -29,6 +29,13 @@ protected:
             ASSERT_EQ(cli(QStringList{"set"} + setting).code, 0);
     }
     void TearDown() override { m_service.stop(); }
+
+    // The document the service answers for any query of the path.
+    void serve(const QString &path, const QString &document)
+    {
+        ASSERT_TRUE(QDir().mkpath(m_documents.filePath(path)));
+        ASSERT_TRUE(QFile::copy(Tarnby::Test::dataFile(document), m_documents.filePath(path + "/@")));
+    }
 
     struct Result
     {
@@ -50,7 +57,7 @@ protected:
     int m_port = 0;
 };
 
-TEST_F(RetrievalTest, ARunBringsTheStationsConditionsIntoTheCache)
+TEST_F(RetrievalTest, ARunBringsTheStationsConditionsAndForecastsIntoTheCache)
 {
     const Result run = cli({"run"});
     EXPECT_EQ(run.code, 0) << run.out.toStdString();
@@ -60,6 +67,8 @@ TEST_F(RetrievalTest, ARunBringsTheStationsConditionsIntoTheCache)
     EXPECT_TRUE(current.contains("\ntemp=71.6\n")) << current.toStdString();
     EXPECT_TRUE(current.contains("\nhumidity=41\n")) << current.toStdString();
     EXPECT_TRUE(current.contains("\ngust-direction=SW\n")) << current.toStdString();
+    EXPECT_TRUE(cli({"cache", "Hourly"}).out.startsWith("count=40\n"));
+    EXPECT_TRUE(cli({"cache", "Daily"}).out.startsWith("count=7\n"));
     const QString stamps = cli({"cache", "LastUpdated"}).out;
     EXPECT_TRUE(stamps.contains("Weather=")) << stamps.toStdString();
 }
