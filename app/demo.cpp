@@ -9,9 +9,11 @@
 #include <QFile>
 #include <QStandardPaths>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
-namespace {
+namespace
+{
 
 QString documentsFolder()
 {
@@ -37,8 +39,7 @@ Demo::Demo() = default;
 
 Demo::~Demo()
 {
-    if (m_service)
-        m_service->stop();
+    if (m_service) m_service->stop();
 }
 
 QString Demo::defaultProfile()
@@ -49,8 +50,7 @@ QString Demo::defaultProfile()
 
 bool Demo::startService()
 {
-    if (!FolderExists(documentsFolder()))
-        return false;
+    if (!FolderExists(documentsFolder())) return false;
     m_service = std::make_unique<DocumentService>();
     m_port = m_service->start(QFile::encodeName(documentsFolder()).toStdString());
     return m_port > 0;

@@ -7,7 +7,8 @@
 
 #include <memory>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
 class DocumentService;
 

@@ -29,7 +29,8 @@
 
 using namespace Tarnby;
 
-namespace {
+namespace
+{
 
 int signalPipe[2] = {-1, -1};
 // Set by a signal that came before the event loop ran, when quit() cannot end it.
@@ -44,8 +45,7 @@ void onSignal(int)
 // SIGINT and SIGTERM end the program through its one way out.
 void quitOnSignals(QCoreApplication &app)
 {
-    if (::socketpair(AF_UNIX, SOCK_STREAM, 0, signalPipe) != 0)
-        return;
+    if (::socketpair(AF_UNIX, SOCK_STREAM, 0, signalPipe) != 0) return;
     auto *notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, &app);
     QObject::connect(notifier, &QSocketNotifier::activated, &app, [] {
         quitRequested = true;
@@ -61,8 +61,7 @@ QString commandLine(QStringList arguments, bool &demo)
 {
     arguments.removeFirst();
     demo = arguments.removeAll(QStringLiteral("--demo")) > 0;
-    if (demo)
-        setProfileOverride(Demo::defaultProfile());
+    if (demo) setProfileOverride(Demo::defaultProfile());
     const qsizetype profile = arguments.indexOf(QStringLiteral("--profile"));
     if (profile >= 0 && profile + 1 < arguments.size()) {
         setProfileOverride(arguments.at(profile + 1));
@@ -74,14 +73,12 @@ QString commandLine(QStringList arguments, bool &demo)
 // Step 2 of start-up: a second instance hands over and leaves.
 bool handOverToRunningInstance(SingleInstance &instance, const QString &line)
 {
-    if (instance.becomePrimary())
-        return false;
+    if (instance.becomePrimary()) return false;
     const qsizetype pid = line.indexOf(QStringLiteral("pid="));
     if (pid >= 0) {
         bool numeric = false;
         const qint64 id = line.mid(pid + 4).section(QLatin1Char(' '), 0, 0).toLongLong(&numeric);
-        if (numeric)
-            EndHelperProcess(id);
+        if (numeric) EndHelperProcess(id);
     } else {
         instance.sendToPrimary(QStringLiteral("TarnbyLaunched"));
     }
@@ -92,10 +89,12 @@ bool handOverToRunningInstance(SingleInstance &instance, const QString &line)
 // documents arrive: the latest observation, fetched through a helper process.
 void showDemoObservation(QTextStream &out)
 {
-    const QString url = HostUrl(Host::NwsApi) + QStringLiteral("/stations/KTIW/observations/latest");
+    const QString url =
+        HostUrl(Host::NwsApi) + QStringLiteral("/stations/KTIW/observations/latest");
     const QString document = DownloadIt(url, 30);
     out << "fetched " << url << " (" << document.size() << " characters)" << Qt::endl;
-    static const QRegularExpression field(QStringLiteral(R"re("(textDescription|rawMessage|timestamp)": "([^"]*)")re"));
+    static const QRegularExpression field(
+        QStringLiteral(R"re("(textDescription|rawMessage|timestamp)": "([^"]*)")re"));
     for (auto match = field.globalMatch(document); match.hasNext();) {
         const QRegularExpressionMatch m = match.next();
         out << "  " << m.captured(1) << ": " << m.captured(2) << Qt::endl;
@@ -136,7 +135,8 @@ int main(int argc, char **argv)
     Demo demo;
     if (demoWanted) {
         if (!demo.startService()) {
-            QTextStream(stderr) << "tarnby: the demo documents are missing from " << ProgramFolder() << Qt::endl;
+            QTextStream(stderr) << "tarnby: the demo documents are missing from " << ProgramFolder()
+                                << Qt::endl;
             return 1;
         }
         ChooseProfileFolder();
@@ -148,8 +148,7 @@ int main(int argc, char **argv)
     out << "Tarnby " << ProgramVersion() << " started" << Qt::endl;
     for (const QString &done : state.done)
         out << "  " << done << Qt::endl;
-    if (demoWanted)
-        showDemoObservation(out);
+    if (demoWanted) showDemoObservation(out);
 
     Scheduler scheduler(ProviderSchedulerHooks());
     StartTimersAndFirstRetrieval(scheduler, state);

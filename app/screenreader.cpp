@@ -4,16 +4,15 @@
 #include <QDBusInterface>
 #include <QVariant>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
 bool ScreenReaderActive()
 {
-    if (!QDBusConnection::sessionBus().isConnected())
-        return false;
+    if (!QDBusConnection::sessionBus().isConnected()) return false;
     QDBusInterface status(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
                           QStringLiteral("org.a11y.Status"), QDBusConnection::sessionBus());
-    if (!status.isValid())
-        return false;
+    if (!status.isValid()) return false;
     return status.property("ScreenReaderEnabled").toBool();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
-namespace Tarnby {
+namespace Tarnby
+{
 
 // True when the desktop's accessibility bus reports a running screen reader
 // (org.a11y.Status.ScreenReaderEnabled). No session bus or no answer: false.

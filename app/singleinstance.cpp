@@ -6,9 +6,11 @@
 #include <QLocalServer>
 #include <QLocalSocket>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
-namespace {
+namespace
+{
 constexpr int kConnectMs = 500;
 }
 
@@ -22,7 +24,9 @@ QString SingleInstance::serverName()
     if (!profileOverride().isEmpty())
         name += QLatin1Char('-') +
                 QString::fromLatin1(
-                    QCryptographicHash::hash(profileOverride().toUtf8(), QCryptographicHash::Sha1).toHex().left(12));
+                    QCryptographicHash::hash(profileOverride().toUtf8(), QCryptographicHash::Sha1)
+                        .toHex()
+                        .left(12));
     return name;
 }
 
@@ -31,15 +35,13 @@ bool SingleInstance::becomePrimary()
     {
         QLocalSocket probe;
         probe.connectToServer(serverName());
-        if (probe.waitForConnected(kConnectMs))
-            return false;
+        if (probe.waitForConnected(kConnectMs)) return false;
     }
     // Nobody answered: a socket file left by a crashed instance is stale.
     QLocalServer::removeServer(serverName());
     m_server = new QLocalServer(this);
     m_server->setSocketOptions(QLocalServer::UserAccessOption);
-    if (!m_server->listen(serverName()))
-        return true; // cannot guard, but must not refuse to start
+    if (!m_server->listen(serverName())) return true; // cannot guard, but must not refuse to start
     connect(m_server, &QLocalServer::newConnection, this, &SingleInstance::readConnection);
     return true;
 }
@@ -50,8 +52,7 @@ void SingleInstance::readConnection()
         connect(socket, &QLocalSocket::readyRead, socket, [this, socket] {
             const QString message = QString::fromUtf8(socket->readAll()).trimmed();
             socket->disconnectFromServer();
-            if (!message.isEmpty())
-                emit messageReceived(message);
+            if (!message.isEmpty()) emit messageReceived(message);
         });
         connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
     }
@@ -61,8 +62,7 @@ bool SingleInstance::sendToPrimary(const QString &message)
 {
     QLocalSocket socket;
     socket.connectToServer(serverName());
-    if (!socket.waitForConnected(kConnectMs))
-        return false;
+    if (!socket.waitForConnected(kConnectMs)) return false;
     socket.write(message.toUtf8());
     return socket.waitForBytesWritten(kConnectMs);
 }

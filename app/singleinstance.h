@@ -7,7 +7,8 @@
 
 class QLocalServer;
 
-namespace Tarnby {
+namespace Tarnby
+{
 
 class SingleInstance : public QObject
 {

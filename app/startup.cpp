@@ -22,9 +22,11 @@
 #include <QLocale>
 #include <QUrl>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
-namespace {
+namespace
+{
 
 const QString kMisc = QStringLiteral("Misc");
 const QString kGeneral = QStringLiteral("General");
@@ -62,10 +64,10 @@ void resetLoggingAndToken()
 // Step 9: a program file with another time stamp than at the last start is an upgrade.
 void detectUpgrade(StartupState &state)
 {
-    const QString program = QCoreApplication::instance() ? QCoreApplication::applicationFilePath() : QString();
+    const QString program =
+        QCoreApplication::instance() ? QCoreApplication::applicationFilePath() : QString();
     const QString stamp = FhFileLastModified(program);
-    if (stamp.isEmpty() || stamp == GetPref(kMisc, QStringLiteral("Installed")))
-        return;
+    if (stamp.isEmpty() || stamp == GetPref(kMisc, QStringLiteral("Installed"))) return;
     state.Upgrade = true;
     SavePref(kMisc, QStringLiteral("Installed"), stamp);
     SavePref(kMisc, QStringLiteral("Location"), QString()); // step 10
@@ -76,11 +78,9 @@ void detectUpgrade(StartupState &state)
 void migrateTooltipIcons(const QString &switchKey, QChar wanted, QChar dropped)
 {
     const QString section = QStringLiteral("TrayTooltip");
-    if (!isTrue(section, switchKey))
-        return;
+    if (!isTrue(section, switchKey)) return;
     QString values = GetPref(section, QStringLiteral("Values"));
-    if (!values.contains(wanted))
-        values = wanted + values.remove(dropped);
+    if (!values.contains(wanted)) values = wanted + values.remove(dropped);
     SavePref(section, QStringLiteral("Values"), values);
     SavePref(section, switchKey, QString());
 }
@@ -95,11 +95,9 @@ void migrateDefaultSkin(StartupState &state)
         return;
     }
     // A migration done once: the user's later choice of skin stands.
-    if (GetPref(kMisc, QStringLiteral("LatestSkin")) == kDefaultSkin)
-        return;
+    if (GetPref(kMisc, QStringLiteral("LatestSkin")) == kDefaultSkin) return;
     SavePref(kMisc, QStringLiteral("LatestSkin"), kDefaultSkin);
-    if (GetPref(kSkins, QStringLiteral("Interface")).left(8) == QStringLiteral("TextOnly"))
-        return;
+    if (GetPref(kSkins, QStringLiteral("Interface")).left(8) == QStringLiteral("TextOnly")) return;
     state.SkinReset = true;
     SavePref(kMisc, QStringLiteral("LastPage"), QStringLiteral("Current"));
     SavePref(kSkins, QStringLiteral("Interface"), kDefaultSkin);
@@ -128,7 +126,8 @@ void loadLocaleSymbols()
     ProcessValues &pv = process();
     pv.DecimalSymbol = locale.decimalPoint();
     pv.GroupSymbol = locale.groupSeparator();
-    pv.NonUsNumberFormat = pv.DecimalSymbol != QStringLiteral(".") || pv.GroupSymbol != QStringLiteral(",");
+    pv.NonUsNumberFormat =
+        pv.DecimalSymbol != QStringLiteral(".") || pv.GroupSymbol != QStringLiteral(",");
 }
 
 // Step 19. With auto-detection the system's proxy is the one of the environment.
@@ -139,8 +138,7 @@ void loadProxy()
     const QString section = QStringLiteral("Proxy");
     if (isTrue(section, QStringLiteral("AutoDetect"))) {
         QString system = qEnvironmentVariable("https_proxy", qEnvironmentVariable("http_proxy"));
-        if (system.isEmpty())
-            return;
+        if (system.isEmpty()) return;
         const QUrl url = QUrl::fromUserInput(system);
         pv.ProxyServer = url.host();
         pv.ProxyPort = url.port() > 0 ? QString::number(url.port()) : QString();
@@ -157,17 +155,21 @@ void loadStoredServiceSettings()
 {
     ProcessValues &pv = process();
     const QString pulse = GetPref(kMisc, QStringLiteral("SettingPulseUrl"));
-    pv.PulseUrl = pulse.startsWith(QStringLiteral("http"), Qt::CaseInsensitive) ? pulse : HostUrl(Host::PulseApi);
+    pv.PulseUrl = pulse.startsWith(QStringLiteral("http"), Qt::CaseInsensitive)
+                      ? pulse
+                      : HostUrl(Host::PulseApi);
     auto oneOf = [](const QString &key, const QStringList &allowed, const QString &fallback) {
         const QString value = GetPref(kMisc, key);
         return allowed.contains(value) ? value : fallback;
     };
-    pv.IntlDailyForecastSource = oneOf(QStringLiteral("SettingIntlDailyForecastSource"),
-                                       {QStringLiteral("wb"), QStringLiteral("wu")}, QStringLiteral("wb"));
-    pv.WuSource = oneOf(QStringLiteral("SettingWuSource"), {QStringLiteral("wb"), QStringLiteral("wu")},
-                        QStringLiteral("wu"));
-    pv.NwsSource = oneOf(QStringLiteral("SettingNwsSource"), {QStringLiteral("mesowest"), QStringLiteral("nws")},
-                         QStringLiteral("nws"));
+    pv.IntlDailyForecastSource =
+        oneOf(QStringLiteral("SettingIntlDailyForecastSource"),
+              {QStringLiteral("wb"), QStringLiteral("wu")}, QStringLiteral("wb"));
+    pv.WuSource = oneOf(QStringLiteral("SettingWuSource"),
+                        {QStringLiteral("wb"), QStringLiteral("wu")}, QStringLiteral("wu"));
+    pv.NwsSource =
+        oneOf(QStringLiteral("SettingNwsSource"),
+              {QStringLiteral("mesowest"), QStringLiteral("nws")}, QStringLiteral("nws"));
 }
 
 // Step 35: the display units and the flags read once.
@@ -175,7 +177,8 @@ void loadUnits()
 {
     ProcessValues &pv = process();
     LoadConversionSettings();
-    pv.RememberMapSize = GetPref(kGeneral, QStringLiteral("RememberMapSize")) != QStringLiteral("False");
+    pv.RememberMapSize =
+        GetPref(kGeneral, QStringLiteral("RememberMapSize")) != QStringLiteral("False");
     pv.ShowFeels = isTrue(QStringLiteral("TrayIcon"), QStringLiteral("ShowFeels"));
     pv.UpdateWhenConnected = isTrue(QStringLiteral("AutoUpdate"), QStringLiteral("WhenConnected"));
 }
@@ -202,10 +205,10 @@ void checkSkins()
 // Step 24: the cache and the skins' cached pages go when asked or after an upgrade.
 void deleteCacheIfAsked(const StartupState &state)
 {
-    if (!isTrue(kMisc, QStringLiteral("DeleteCache")) && !state.Upgrade)
-        return;
+    if (!isTrue(kMisc, QStringLiteral("DeleteCache")) && !state.Upgrade) return;
     DeleteTempFiles(QStringLiteral("TBL"));
-    DeleteFolderTree(skinFolder(QStringLiteral("Interface"), GetPref(kSkins, QStringLiteral("Interface"), kDefaultSkin)) +
+    DeleteFolderTree(skinFolder(QStringLiteral("Interface"),
+                                GetPref(kSkins, QStringLiteral("Interface"), kDefaultSkin)) +
                      QStringLiteral("/Cache"));
     DeleteWholeCache();
     SavePref(kMisc, QStringLiteral("DeleteCache"), QStringLiteral("False"));
@@ -214,8 +217,10 @@ void deleteCacheIfAsked(const StartupState &state)
 // Step 26 for a stored station: a cached page older than its template is stale.
 void dropStaleSkinPage()
 {
-    const QString skin = skinFolder(QStringLiteral("Interface"), GetPref(kSkins, QStringLiteral("Interface"), kDefaultSkin));
-    const QString page = skin + QStringLiteral("/Cache/") + process().CityCode + QStringLiteral("/Skin.html");
+    const QString skin = skinFolder(QStringLiteral("Interface"),
+                                    GetPref(kSkins, QStringLiteral("Interface"), kDefaultSkin));
+    const QString page =
+        skin + QStringLiteral("/Cache/") + process().CityCode + QStringLiteral("/Skin.html");
     const QString tbt = skin + QStringLiteral("/Skin.tbt");
     if (FileExists(page) && FileExists(tbt) &&
         QFileInfo(page).lastModified() < QFileInfo(tbt).lastModified())
@@ -224,8 +229,7 @@ void dropStaleSkinPage()
 
 void copyFileIf(bool condition, const QString &name, StartupState &state)
 {
-    if (!condition || !FileExists(programFolderFile(name)))
-        return;
+    if (!condition || !FileExists(programFolderFile(name))) return;
     DeleteFile(profileFile(name));
     if (QFile::copy(programFolderFile(name), profileFile(name)))
         state.done << QStringLiteral("copied %1 into the profile").arg(name);
@@ -235,12 +239,9 @@ void copyFolderIf(const QString &name, bool replace, StartupState &state)
 {
     const QString from = programFolderFile(name);
     const QString to = profileFile(name);
-    if (!FolderExists(from))
-        return;
-    if (replace)
-        DeleteFolderTree(to);
-    if (FolderExists(to))
-        return;
+    if (!FolderExists(from)) return;
+    if (replace) DeleteFolderTree(to);
+    if (FolderExists(to)) return;
     if (CopyTree(from, to, QStringLiteral("*.*"), [] { QCoreApplication::processEvents(); }))
         state.done << QStringLiteral("copied folder %1 into the profile").arg(name);
 }
@@ -253,15 +254,18 @@ void refreshProgramFiles(StartupState &state)
         copyFileIf(!FileExists(profileFile(name)) || upgrade, name, state);
     copyFolderIf(QStringLiteral("HTML"), upgrade, state);
     copyFolderIf(QStringLiteral("LatestChanges"), upgrade, state);
-    copyFileIf(!FileExists(profileFile(QStringLiteral("FavoriteMaps.tb"))), QStringLiteral("FavoriteMaps.tb"), state);
+    copyFileIf(!FileExists(profileFile(QStringLiteral("FavoriteMaps.tb"))),
+               QStringLiteral("FavoriteMaps.tb"), state);
     if (!FileExists(profileFile(QStringLiteral("UserMaps.tb"))) &&
         FileExists(profileFile(QStringLiteral("FavoriteMaps.tb"))))
-        QFile::copy(profileFile(QStringLiteral("FavoriteMaps.tb")), profileFile(QStringLiteral("UserMaps.tb")));
+        QFile::copy(profileFile(QStringLiteral("FavoriteMaps.tb")),
+                    profileFile(QStringLiteral("UserMaps.tb")));
     const bool mapsMissing = !FileExists(profileFile(QStringLiteral("Maps.tb")));
     if ((mapsMissing || upgrade) && FileExists(programFolderFile(QStringLiteral("Maps.tb")))) {
         if (!mapsMissing) {
             DeleteFile(profileFile(QStringLiteral("Maps.Backup")));
-            RenameFile(profileFile(QStringLiteral("Maps.tb")), profileFile(QStringLiteral("Maps.Backup")));
+            RenameFile(profileFile(QStringLiteral("Maps.tb")),
+                       profileFile(QStringLiteral("Maps.Backup")));
         }
         copyFileIf(true, QStringLiteral("Maps.tb"), state);
     }
@@ -276,8 +280,7 @@ void refreshProgramFiles(StartupState &state)
 // Step 33.
 void recordVersion(StartupState &state)
 {
-    if (GetPref(kMisc, QStringLiteral("Version")) == ProgramVersion())
-        return;
+    if (GetPref(kMisc, QStringLiteral("Version")) == ProgramVersion()) return;
     SavePref(kMisc, QStringLiteral("Version"), ProgramVersion());
     state.VersionChanged = true;
 }
@@ -286,17 +289,20 @@ void recordVersion(StartupState &state)
 void loadTrayChoices()
 {
     ProcessValues &pv = process();
-    pv.LeftSingleClickAction = GetPref(QStringLiteral("TrayIcon"), QStringLiteral("LeftSingleClickAction"),
-                                       QStringLiteral("Open Tarnby"));
-    pv.LeftDoubleClickAction = GetPref(QStringLiteral("TrayIcon"), QStringLiteral("LeftDoubleClickAction"),
-                                       QStringLiteral("No Action"));
+    pv.LeftSingleClickAction =
+        GetPref(QStringLiteral("TrayIcon"), QStringLiteral("LeftSingleClickAction"),
+                QStringLiteral("Open Tarnby"));
+    pv.LeftDoubleClickAction =
+        GetPref(QStringLiteral("TrayIcon"), QStringLiteral("LeftDoubleClickAction"),
+                QStringLiteral("No Action"));
     const QString close = GetPref(kGeneral, QStringLiteral("GUIx"));
-    pv.GuiCloseMode = close == QStringLiteral("Close") || close == QStringLiteral("Taskbar") ? close
-                                                                                           : QStringLiteral("Minimize");
+    pv.GuiCloseMode = close == QStringLiteral("Close") || close == QStringLiteral("Taskbar")
+                          ? close
+                          : QStringLiteral("Minimize");
     pv.TooltipStyle = GetPref(QStringLiteral("TrayTooltip"), QStringLiteral("TooltipStyle"));
     if (pv.TooltipStyle.isEmpty()) { // step 38
-        pv.TooltipStyle = GetPref(QStringLiteral("TrayTooltip"), QStringLiteral("UseSkinnedTooltip")) ==
-                                  QStringLiteral("False")
+        pv.TooltipStyle = GetPref(QStringLiteral("TrayTooltip"),
+                                  QStringLiteral("UseSkinnedTooltip")) == QStringLiteral("False")
                               ? QStringLiteral("Standard Windows tooltip")
                               : QStringLiteral("Skinned tooltip");
         SavePref(QStringLiteral("TrayTooltip"), QStringLiteral("TooltipStyle"), pv.TooltipStyle);
@@ -307,10 +313,11 @@ void loadTrayChoices()
 void alignMapTemplate()
 {
     const QString path = profileFile(QStringLiteral("Map.wtp"));
-    if (!FileExists(path))
-        return;
-    const bool stretch = GetPref(QStringLiteral("Maps"), QStringLiteral("Stretch")) != QStringLiteral("False");
-    SavePref(QStringLiteral("Maps"), QStringLiteral("Stretch"), stretch ? kTrue : QStringLiteral("False"));
+    if (!FileExists(path)) return;
+    const bool stretch =
+        GetPref(QStringLiteral("Maps"), QStringLiteral("Stretch")) != QStringLiteral("False");
+    SavePref(QStringLiteral("Maps"), QStringLiteral("Stretch"),
+             stretch ? kTrue : QStringLiteral("False"));
     const QString plain = QStringLiteral("onResize=''");
     const QString zoom = QStringLiteral("onResize='zoomMap();'");
     QString text = ReadFile(path);
@@ -356,18 +363,18 @@ void OpenSettingsStore(const QString &commandLine)
         pv.Username = QStringLiteral("Default");
     if (pv.Username.isEmpty()) // step 6
         pv.Username = qEnvironmentVariable("USER", QStringLiteral("Default"));
-    if (pv.Username.isEmpty())
-        pv.Username = QStringLiteral("Default");
+    if (pv.Username.isEmpty()) pv.Username = QStringLiteral("Default");
     SettingsStore::open(pv.ConfigFolder + QStringLiteral("/settings.sqlite"),
-                        pv.ConfigFolder + QLatin1Char('/') + pv.Username + QStringLiteral(".ini"), pv.UseINI);
-    if (pv.UseINI)
-        return;
+                        pv.ConfigFolder + QLatin1Char('/') + pv.Username + QStringLiteral(".ini"),
+                        pv.UseINI);
+    if (pv.UseINI) return;
     // A store that cannot be written sends the whole run to the profile file.
     SavePref(kMisc, QStringLiteral("RegTest"), QStringLiteral("Test"));
     if (GetPref(kMisc, QStringLiteral("RegTest")) != QStringLiteral("Test")) {
         pv.UseINI = true;
         SettingsStore::setUseIni(true);
-        Log(QStringLiteral("The settings database cannot be written; using %1.ini (modMain.Main)").arg(pv.Username));
+        Log(QStringLiteral("The settings database cannot be written; using %1.ini (modMain.Main)")
+                .arg(pv.Username));
     } else {
         SavePref(kMisc, QStringLiteral("RegTest"), QString());
     }
@@ -401,8 +408,7 @@ void ParseCommandLine(const QString &line)
         const qsizetype eq = word.indexOf(QLatin1Char('='));
         QString name = (eq < 0 ? word : word.left(eq)).toLower();
         const QString value = eq < 0 ? QString() : word.mid(eq + 1);
-        if (name.startsWith(QLatin1Char('-')))
-            name.remove(0, 1);
+        if (name.startsWith(QLatin1Char('-'))) name.remove(0, 1);
         if (name == QStringLiteral("monthlydb") && value.toLower().endsWith(QStringLiteral(".mdb")))
             process().DbPath = value;
         else if (name == QStringLiteral("station"))
@@ -425,9 +431,9 @@ StartupState RunStartup(const QString &commandLine)
     LoadProcessValues();
     SavePref(kMisc, QStringLiteral("UseINI"), process().UseINI ? kTrue : QStringLiteral("False"));
     ParseCommandLine(commandLine);
-    if (process().DbPath.isEmpty())
-        process().DbPath = profileFile(QStringLiteral("tbl.mdb"));
-    process().DbBackupPath = process().DbPath.left(process().DbPath.size() - 4) + QStringLiteral(".backup");
+    if (process().DbPath.isEmpty()) process().DbPath = profileFile(QStringLiteral("tbl.mdb"));
+    process().DbBackupPath =
+        process().DbPath.left(process().DbPath.size() - 4) + QStringLiteral(".backup");
     checkSkins();
     deleteCacheIfAsked(state);
     CopySelectionToProcess();
@@ -463,8 +469,7 @@ void StartTimersAndFirstRetrieval(Scheduler &scheduler, const StartupState &stat
             wanted = false;
         }
     }
-    if (wanted)
-        UpdateTheWeather(false, false, false);
+    if (wanted) UpdateTheWeather(false, false, false);
     scheduler.startTimer5();
 }
 

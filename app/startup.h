@@ -7,19 +7,19 @@
 #include <QString>
 #include <QStringList>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
 class Scheduler;
 
 // What start-up decided, for the steps that follow and for the report of a headless start.
-struct StartupState
-{
-    bool Upgrade = false;        // the program file is newer than at the last start
+struct StartupState {
+    bool Upgrade = false; // the program file is newer than at the last start
     bool VersionChanged = false;
     bool SkinReset = false;
     bool FirstRun = false;
     bool DelayedStart = false;
-    int Runs = 0; // Misc/Runs as step 17 read it, before this start was counted
+    int Runs = 0;     // Misc/Runs as step 17 read it, before this start was counted
     QStringList done; // one line per thing start-up did, in order
 };
 

@@ -11,45 +11,51 @@
 #include "run/scheduler.h"
 #include "template/exportlog.h"
 
-namespace Tarnby {
+namespace Tarnby
+{
 
-namespace {
+namespace
+{
 
 // A document that could not be read fails its slot as a failed download would.
-void registerReader(const QString &kind, DownloadKindHandler reader, std::function<bool()> readFailed,
-                    Failure flag)
+void registerReader(const QString &kind, DownloadKindHandler reader,
+                    std::function<bool()> readFailed, Failure flag)
 {
     registerDownloadKind(kind, [=](const QString &path, bool newData, bool force) {
         reader(path, newData, force);
-        if (readFailed())
-            runState().failed(flag) = true;
+        if (readFailed()) runState().failed(flag) = true;
     });
 }
 
-void registerForecastReader(const QString &kind, DownloadKindHandler reader, ForecastDocument document,
-                            Failure flag)
+void registerForecastReader(const QString &kind, DownloadKindHandler reader,
+                            ForecastDocument document, Failure flag)
 {
-    registerReader(kind, std::move(reader), [document] { return ForecastFailed(document); }, flag);
+    registerReader(
+        kind, std::move(reader), [document] { return ForecastFailed(document); }, flag);
 }
 
 void registerKinds()
 {
-    registerDownloadKind(QStringLiteral("LiveConditions"), [](const QString &path, bool newData, bool force) {
-        if (process().StationType == QStringLiteral("PWS (WeatherBug)"))
-            ProcessPwsConditions(path, newData, force);
-        else
-            ReadWeatherBugConditions(path, newData, force);
-    });
+    registerDownloadKind(QStringLiteral("LiveConditions"),
+                         [](const QString &path, bool newData, bool force) {
+                             if (process().StationType == QStringLiteral("PWS (WeatherBug)"))
+                                 ProcessPwsConditions(path, newData, force);
+                             else
+                                 ReadWeatherBugConditions(path, newData, force);
+                         });
     registerDownloadKind(QStringLiteral("Links"), &BuildWeatherBugLinks);
-    registerReader(QStringLiteral("Alerts"), &ProcessAlertsDownload, &AlertsFailed, Failure::Alerts);
-    registerForecastReader(QStringLiteral("Detailed"), &ProcessDetailedDownload, ForecastDocument::Daily,
-                           Failure::Detailed);
+    registerReader(QStringLiteral("Alerts"), &ProcessAlertsDownload, &AlertsFailed,
+                   Failure::Alerts);
+    registerForecastReader(QStringLiteral("Detailed"), &ProcessDetailedDownload,
+                           ForecastDocument::Daily, Failure::Detailed);
     registerForecastReader(QStringLiteral("NDFD"), &ProcessNdfdDownload, ForecastDocument::Hourly,
                            Failure::Hourly);
-    registerForecastReader(QStringLiteral("UV"), &ProcessUvDownload, ForecastDocument::Uv, Failure::Uv);
-    registerForecastReader(QStringLiteral("WuUV"), &ProcessWuUvDownload, ForecastDocument::Uv, Failure::Uv);
-    registerForecastReader(QStringLiteral("NwsDetailed"), &ProcessNwsDetailedDownload, ForecastDocument::NwsText,
-                           Failure::NwsDetailed);
+    registerForecastReader(QStringLiteral("UV"), &ProcessUvDownload, ForecastDocument::Uv,
+                           Failure::Uv);
+    registerForecastReader(QStringLiteral("WuUV"), &ProcessWuUvDownload, ForecastDocument::Uv,
+                           Failure::Uv);
+    registerForecastReader(QStringLiteral("NwsDetailed"), &ProcessNwsDetailedDownload,
+                           ForecastDocument::NwsText, Failure::NwsDetailed);
 }
 
 RetrievalHooks providerHooks()

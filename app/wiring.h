@@ -3,7 +3,8 @@
 // kind to its parser, and the run's group steps to the provider classes. Called once at
 // start by tarnby and tarnby-cli; the desktop layer adds its own hooks on top.
 
-namespace Tarnby {
+namespace Tarnby
+{
 
 struct SchedulerHooks;
 

@@ -2,9 +2,11 @@
 
 #include <QElapsedTimer>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
-namespace {
+namespace
+{
 const Clock systemClock;
 const Clock *current = &systemClock;
 } // namespace
@@ -22,8 +24,7 @@ QDateTime Clock::utcNow() const
 qint64 Clock::monotonicMs() const
 {
     static QElapsedTimer since;
-    if (!since.isValid())
-        since.start();
+    if (!since.isValid()) since.start();
     return since.elapsed();
 }
 

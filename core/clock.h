@@ -3,7 +3,8 @@
 
 #include <QDateTime>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
 class Clock
 {

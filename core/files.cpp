@@ -8,7 +8,8 @@
 #include <QSaveFile>
 #include <QStringDecoder>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
 bool FileExists(const QString &path)
 {
@@ -32,8 +33,7 @@ bool DeleteFolderTree(const QString &path)
 
 void EmptyFolder(const QString &path)
 {
-    if (!FolderExists(path))
-        return;
+    if (!FolderExists(path)) return;
     QDir dir(path);
     const QStringList names = dir.entryList(QDir::Files | QDir::Hidden | QDir::System);
     for (const QString &name : names)
@@ -43,8 +43,7 @@ void EmptyFolder(const QString &path)
 QString ReadFile(const QString &path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
+    if (!file.open(QIODevice::ReadOnly)) return {};
     const QByteArray bytes = file.readAll();
     QStringDecoder utf8(QStringDecoder::Utf8);
     QString text = utf8(bytes);
@@ -54,8 +53,7 @@ QString ReadFile(const QString &path)
 bool WriteFileAtomic(const QString &path, const QString &text)
 {
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
+    if (!file.open(QIODevice::WriteOnly)) return false;
     file.write(text.toUtf8());
     return file.commit();
 }
@@ -73,19 +71,18 @@ bool RenameFile(const QString &oldPath, const QString &newPath)
 QString FhFileLastModified(const QString &path)
 {
     const QFileInfo info(path);
-    if (!info.exists())
-        return {};
+    if (!info.exists()) return {};
     return info.lastModified().toLocalTime().toString(Qt::ISODate);
 }
 
-bool CopyTree(const QString &source, const QString &target, const QString &mask, void (*onEachFile)())
+bool CopyTree(const QString &source, const QString &target, const QString &mask,
+              void (*onEachFile)())
 {
-    if (!FolderExists(source) || !CreateFolder(target))
-        return false;
+    if (!FolderExists(source) || !CreateFolder(target)) return false;
     const QDir from(source);
     // "*.*" in the profile API's sense means every file, also those without a dot.
-    const QStringList filters = mask == QStringLiteral("*.*") ? QStringList{QStringLiteral("*")}
-                                                                : QStringList{mask};
+    const QStringList filters =
+        mask == QStringLiteral("*.*") ? QStringList{QStringLiteral("*")} : QStringList{mask};
     bool ok = true;
     QDirIterator it(source, filters, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
     while (it.hasNext()) {
@@ -94,8 +91,7 @@ bool CopyTree(const QString &source, const QString &target, const QString &mask,
         QDir().mkpath(QFileInfo(destination).absolutePath());
         QFile::remove(destination);
         ok = QFile::copy(file, destination) && ok;
-        if (onEachFile)
-            onEachFile();
+        if (onEachFile) onEachFile();
     }
     return ok;
 }

@@ -3,7 +3,8 @@
 
 #include <QString>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
 bool FileExists(const QString &path);
 bool FolderExists(const QString &path);
@@ -22,7 +23,7 @@ bool RenameFile(const QString &oldPath, const QString &newPath);
 QString FhFileLastModified(const QString &path);
 // Copies a tree; mask is a wildcard for file names ("*.*" takes all). Existing files
 // are replaced. onEachFile is called after each file (progress, event pumping).
-bool CopyTree(const QString &source, const QString &target, const QString &mask = QStringLiteral("*.*"),
-              void (*onEachFile)() = nullptr);
+bool CopyTree(const QString &source, const QString &target,
+              const QString &mask = QStringLiteral("*.*"), void (*onEachFile)() = nullptr);
 
 } // namespace Tarnby

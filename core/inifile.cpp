@@ -8,9 +8,11 @@
 
 #include <sys/stat.h>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
-namespace {
+namespace
+{
 
 const QString kMultiLine = QStringLiteral("@ml:");
 
@@ -32,17 +34,14 @@ QList<IniFile::Section> parse(const QString &text)
     QList<IniFile::Section> sections;
     const QStringList lines = text.split(QLatin1Char('\n'));
     for (QString line : lines) {
-        if (line.endsWith(u'\r'))
-            line.chop(1);
+        if (line.endsWith(u'\r')) line.chop(1);
         const QString trimmed = line.trimmed();
         if (trimmed.startsWith(u'[')) {
             const qsizetype close = trimmed.indexOf(u']');
-            if (close > 0)
-                sections.append({trimmed.mid(1, close - 1).trimmed(), {}});
+            if (close > 0) sections.append({trimmed.mid(1, close - 1).trimmed(), {}});
             continue;
         }
-        if (sections.isEmpty())
-            continue; // lines before the first section belong to nothing
+        if (sections.isEmpty()) continue; // lines before the first section belong to nothing
         if (trimmed.isEmpty() || trimmed.startsWith(u';')) {
             sections.last().entries.append({QString(), QString(), line});
             continue;
@@ -50,8 +49,9 @@ QList<IniFile::Section> parse(const QString &text)
         const qsizetype eq = line.indexOf(u'=');
         if (eq <= 0 || line.left(eq).trimmed().isEmpty())
             continue; // malformed: skipped, as the profile API does
-        sections.last().entries.append(
-            {line.left(eq).trimmed(), DecodeIniValue(stripQuotes(line.mid(eq + 1).trimmed())), QString()});
+        sections.last().entries.append({line.left(eq).trimmed(),
+                                        DecodeIniValue(stripQuotes(line.mid(eq + 1).trimmed())),
+                                        QString()});
     }
     return sections;
 }
@@ -71,8 +71,7 @@ QString EncodeIniValue(const QString &value)
 
 QString DecodeIniValue(const QString &stored)
 {
-    if (!stored.startsWith(kMultiLine))
-        return stored;
+    if (!stored.startsWith(kMultiLine)) return stored;
     QString decoded = stored.mid(kMultiLine.size());
     decoded.replace(QStringLiteral("%0A"), QStringLiteral("\n"))
         .replace(QStringLiteral("%0D"), QStringLiteral("\r"))
@@ -92,9 +91,9 @@ IniFile::~IniFile()
 
 IniFile::Stamp IniFile::statFile() const
 {
-    struct stat st {};
-    if (::stat(QFile::encodeName(m_path).constData(), &st) != 0)
-        return {};
+    struct stat st {
+    };
+    if (::stat(QFile::encodeName(m_path).constData(), &st) != 0) return {};
     return {st.st_ino, st.st_size, qint64(st.st_mtim.tv_sec) * 1000000000 + st.st_mtim.tv_nsec};
 }
 
@@ -108,15 +107,13 @@ void IniFile::load()
 
 void IniFile::refreshIfChanged()
 {
-    if (!(statFile() == m_stamp))
-        load();
+    if (!(statFile() == m_stamp)) load();
 }
 
 IniFile::Section *IniFile::findSection(const QString &name)
 {
     for (Section &section : m_sections)
-        if (sameName(section.name, name))
-            return &section;
+        if (sameName(section.name, name)) return &section;
     return nullptr;
 }
 
@@ -142,15 +139,13 @@ QString IniFile::value(const QString &section, const QString &key)
     refreshIfChanged();
     if (const Section *found = findSection(section))
         for (const Entry &entry : found->entries)
-            if (!entry.key.isEmpty() && sameName(entry.key, key))
-                return entry.value;
+            if (!entry.key.isEmpty() && sameName(entry.key, key)) return entry.value;
     return {};
 }
 
 void IniFile::setValue(const QString &section, const QString &key, const QString &value)
 {
-    if (section.trimmed().isEmpty() || key.trimmed().isEmpty())
-        return;
+    if (section.trimmed().isEmpty() || key.trimmed().isEmpty()) return;
     refreshIfChanged();
     const PendingWrite write{section.trimmed(), key.trimmed(), value};
     m_pending.append(write);
@@ -164,8 +159,7 @@ QStringList IniFile::keys(const QString &section)
     QStringList result;
     if (const Section *found = findSection(section))
         for (const Entry &entry : found->entries)
-            if (!entry.key.isEmpty())
-                result << entry.key;
+            if (!entry.key.isEmpty()) result << entry.key;
     return result;
 }
 
@@ -185,16 +179,15 @@ QString IniFile::render() const
         text += QLatin1Char('[') + section.name + QStringLiteral("]\r\n");
         for (const Entry &entry : section.entries)
             text += entry.key.isEmpty() ? entry.raw + QStringLiteral("\r\n")
-                                        : entry.key + QLatin1Char('=') + EncodeIniValue(entry.value) +
-                                              QStringLiteral("\r\n");
+                                        : entry.key + QLatin1Char('=') +
+                                              EncodeIniValue(entry.value) + QStringLiteral("\r\n");
     }
     return text;
 }
 
 void IniFile::scheduleFlush()
 {
-    if (m_flushScheduled)
-        return;
+    if (m_flushScheduled) return;
     m_flushScheduled = true;
     QTimer::singleShot(0, &m_flushContext, [this] { flush(); });
 }
@@ -202,8 +195,7 @@ void IniFile::scheduleFlush()
 bool IniFile::flush()
 {
     m_flushScheduled = false;
-    if (m_pending.isEmpty())
-        return true;
+    if (m_pending.isEmpty()) return true;
     refreshIfChanged(); // another writer's keys survive; ours are laid over them
     if (!WriteFileAtomic(m_path, render())) {
         Log(QStringLiteral("Settings file %1 could not be written (IniFile)").arg(m_path));

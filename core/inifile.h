@@ -21,7 +21,8 @@
 
 #include <sys/types.h>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
 class IniFile
 {
@@ -41,21 +42,18 @@ public:
     bool flush();
 
     // The text of a file for a given content, and the reverse; exposed for tests.
-    struct Entry
-    {
+    struct Entry {
         QString key; // as written; empty for a comment line kept verbatim in raw
         QString value;
         QString raw;
     };
-    struct Section
-    {
+    struct Section {
         QString name;
         QList<Entry> entries;
     };
 
 private:
-    struct PendingWrite
-    {
+    struct PendingWrite {
         QString section, key, value;
     };
     void refreshIfChanged();
@@ -69,8 +67,7 @@ private:
     QList<Section> m_sections;
     QList<PendingWrite> m_pending;
     // Identity of the file as last read or written: a change means another writer.
-    struct Stamp
-    {
+    struct Stamp {
         ino_t inode = 0;
         off_t size = -1;
         qint64 mtimeNs = 0;

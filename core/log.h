@@ -13,7 +13,8 @@
 #include <exception>
 #include <functional>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
 void Log(const QString &message);
 

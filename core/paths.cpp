@@ -4,9 +4,11 @@
 #include <QDir>
 #include <QStandardPaths>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
-namespace {
+namespace
+{
 QString &overrideDir()
 {
     static QString dir;
@@ -15,7 +17,8 @@ QString &overrideDir()
 
 QString executableDir()
 {
-    return QCoreApplication::instance() ? QCoreApplication::applicationDirPath() : QDir::currentPath();
+    return QCoreApplication::instance() ? QCoreApplication::applicationDirPath()
+                                        : QDir::currentPath();
 }
 } // namespace
 
@@ -35,16 +38,14 @@ QString HelperProgram(const QString &name)
 
 QString DefaultConfigFolder()
 {
-    if (!overrideDir().isEmpty())
-        return overrideDir();
+    if (!overrideDir().isEmpty()) return overrideDir();
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
            QStringLiteral("/Tarnby");
 }
 
 QString DefaultProfileFolder()
 {
-    if (!overrideDir().isEmpty())
-        return overrideDir();
+    if (!overrideDir().isEmpty()) return overrideDir();
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
            QStringLiteral("/Tarnby");
 }

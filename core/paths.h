@@ -3,7 +3,8 @@
 
 #include <QString>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
 // The read-only install folder: <executable dir>/../share/tarnby, which exists both in
 // an installed tree and in the build tree.

@@ -1,6 +1,7 @@
 #include "core/processvalues.h"
 
-namespace Tarnby {
+namespace Tarnby
+{
 
 ProcessValues &process()
 {

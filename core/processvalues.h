@@ -6,10 +6,10 @@
 #include <QDateTime>
 #include <QString>
 
-namespace Tarnby {
-
-struct ProcessValues
+namespace Tarnby
 {
+
+struct ProcessValues {
     bool UseINI = false;
     QString Username;
     QString ProfilePath;   // the user's data: Skins, Cache, Magnets, Temp, maps, database
@@ -21,7 +21,7 @@ struct ProcessValues
     QString Latitude;
     QString Longitude;
 
-    int WindowsMajor = 10;       // kept for the URL rules that test it; always 10 here
+    int WindowsMajor = 10;        // kept for the URL rules that test it; always 10 here
     bool VendorPlainHttp = false; // vendor URLs are rewritten to plain HTTP
     QString DbPath;
     QString DbBackupPath;

@@ -8,7 +8,8 @@
 
 #include <map>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
 QList<std::pair<QString, QString>> SettingsBackend::values(const QString &section)
 {
@@ -18,7 +19,8 @@ QList<std::pair<QString, QString>> SettingsBackend::values(const QString &sectio
     return result;
 }
 
-namespace {
+namespace
+{
 
 // Values read from a profile file are cut here: the profile API reads into a buffer
 // of 750 characters, one of which is the terminating NUL.
@@ -48,8 +50,7 @@ private:
     IniFile *m_file;
 };
 
-struct StoreState
-{
+struct StoreState {
     std::unique_ptr<SqliteSettings> registry;
     QString iniPath;
     std::unique_ptr<IniSettings> ini;
@@ -66,13 +67,11 @@ StoreState &state()
 
 IniFile *iniFile(const QString &path)
 {
-    if (path.isEmpty())
-        return nullptr;
+    if (path.isEmpty()) return nullptr;
     const QString key = QFileInfo(path).absoluteFilePath();
     auto &files = state().files;
     auto found = files.find(key);
-    if (found == files.end())
-        found = files.emplace(key, std::make_unique<IniFile>(key)).first;
+    if (found == files.end()) found = files.emplace(key, std::make_unique<IniFile>(key)).first;
     return found->second.get();
 }
 
@@ -137,14 +136,12 @@ QString GetPref(const QString &section, const QString &key, const QString &defau
 
 SettingsBatch::SettingsBatch() : m_backend(SettingsStore::registry())
 {
-    if (m_backend)
-        m_backend->beginBatch();
+    if (m_backend) m_backend->beginBatch();
 }
 
 SettingsBatch::~SettingsBatch()
 {
-    if (m_backend)
-        m_backend->endBatch();
+    if (m_backend) m_backend->endBatch();
 }
 
 QList<std::pair<QString, QString>> GetPrefSection(const QString &section)
@@ -155,14 +152,12 @@ QList<std::pair<QString, QString>> GetPrefSection(const QString &section)
 
 void SavePref(const QString &section, const QString &key, const QString &value)
 {
-    if (SettingsBackend *backend = SettingsStore::active())
-        backend->setValue(section, key, value);
+    if (SettingsBackend *backend = SettingsStore::active()) backend->setValue(section, key, value);
 }
 
 void DelPref(const QString &section)
 {
-    if (SettingsBackend *backend = SettingsStore::registry())
-        backend->removeSection(section);
+    if (SettingsBackend *backend = SettingsStore::registry()) backend->removeSection(section);
 }
 
 QString GetIniValue(const QString &section, const QString &key, const QString &file)
@@ -171,7 +166,8 @@ QString GetIniValue(const QString &section, const QString &key, const QString &f
     return ini ? ini->value(section, key.toLower()).left(kIniValueLimit) : QString();
 }
 
-void SetIniValue(const QString &section, const QString &key, const QString &value, const QString &file)
+void SetIniValue(const QString &section, const QString &key, const QString &value,
+                 const QString &file)
 {
     if (IniFile *ini = iniFile(file.isEmpty() ? state().iniPath : file))
         ini->setValue(section, key.toUpper(), value);

@@ -14,7 +14,8 @@
 #include <memory>
 #include <utility>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
 // One back end of the tree. Sections may hold backslashes ("Cache\\KDSM\\Current");
 // section and key names compare case-insensitively, as they do on the desktop the
@@ -77,7 +78,8 @@ private:
 };
 
 // Reads a setting; an empty stored value gives the default.
-QString GetPref(const QString &section, const QString &key, const QString &defaultValue = QString());
+QString GetPref(const QString &section, const QString &key,
+                const QString &defaultValue = QString());
 // Writes a setting; an empty value is stored as such.
 void SavePref(const QString &section, const QString &key, const QString &value);
 // Every key of a section with its value, read at once: for readers that use many keys

@@ -9,9 +9,11 @@
 
 #include <array>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
-namespace {
+namespace
+{
 
 // Section and key names compare without regard to case; "\" separates levels.
 constexpr const char *kSchema = "CREATE TABLE IF NOT EXISTS settings ("
@@ -62,17 +64,18 @@ private:
 
 SqliteSettings::SqliteSettings(const QString &file) : m_file(file)
 {
-    if (openFile(file) && isSound())
-        return;
+    if (openFile(file) && isSound()) return;
     closeDb();
     if (QFile::exists(file)) {
-        const QString aside = file + QStringLiteral(".corrupt-") +
-                              QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddHHmmss"));
+        const QString aside =
+            file + QStringLiteral(".corrupt-") +
+            QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddHHmmss"));
         QFile::rename(file, aside);
         QFile::remove(file + QStringLiteral("-wal"));
         QFile::remove(file + QStringLiteral("-shm"));
-        Log(QStringLiteral("Settings database %1 could not be read; kept as %2, starting on defaults "
-                           "(SqliteSettings)")
+        Log(QStringLiteral(
+                "Settings database %1 could not be read; kept as %2, starting on defaults "
+                "(SqliteSettings)")
                 .arg(file, aside));
     }
     if (!openFile(file) || !isSound()) {
@@ -99,8 +102,7 @@ bool SqliteSettings::openFile(const QString &file)
     // leaves a torn file; only a power cut may lose the last moments.
     sqlite3_exec(m_db, "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL;", nullptr, nullptr,
                  nullptr);
-    if (sqlite3_exec(m_db, kSchema, nullptr, nullptr, nullptr) != SQLITE_OK)
-        return false;
+    if (sqlite3_exec(m_db, kSchema, nullptr, nullptr, nullptr) != SQLITE_OK) return false;
     m_get = prepare("SELECT value FROM settings WHERE section = ?1 AND key = ?2");
     m_set = prepare("INSERT INTO settings (section, key, value) VALUES (?1, ?2, ?3) "
                     "ON CONFLICT (section, key) DO UPDATE SET value = excluded.value");
@@ -117,12 +119,11 @@ bool SqliteSettings::openFile(const QString &file)
 
 bool SqliteSettings::isSound()
 {
-    if (!m_db)
-        return false;
+    if (!m_db) return false;
     sqlite3_stmt *check = prepare("PRAGMA quick_check");
-    if (!check)
-        return false;
-    const bool ok = sqlite3_step(check) == SQLITE_ROW && columnText(check, 0) == QStringLiteral("ok");
+    if (!check) return false;
+    const bool ok =
+        sqlite3_step(check) == SQLITE_ROW && columnText(check, 0) == QStringLiteral("ok");
     sqlite3_finalize(check);
     return ok;
 }
@@ -133,8 +134,7 @@ void SqliteSettings::closeDb()
         sqlite3_finalize(*stmt);
         *stmt = nullptr;
     }
-    if (m_db)
-        sqlite3_close(m_db);
+    if (m_db) sqlite3_close(m_db);
     m_db = nullptr;
 }
 
@@ -148,8 +148,7 @@ sqlite3_stmt *SqliteSettings::prepare(const char *sql)
 
 QString SqliteSettings::value(const QString &section, const QString &key)
 {
-    if (!m_db)
-        return {};
+    if (!m_db) return {};
     Execution run(m_get);
     run.bind(1, section);
     run.bind(2, key);
@@ -158,14 +157,12 @@ QString SqliteSettings::value(const QString &section, const QString &key)
 
 bool SqliteSettings::setValue(const QString &section, const QString &key, const QString &value)
 {
-    if (!m_db)
-        return false;
+    if (!m_db) return false;
     Execution run(m_set);
     run.bind(1, section);
     run.bind(2, key);
     run.bind(3, value);
-    if (sqlite3_step(m_set) == SQLITE_DONE)
-        return true;
+    if (sqlite3_step(m_set) == SQLITE_DONE) return true;
     Log(QStringLiteral("Settings write %1/%2 failed: %3 (SqliteSettings)")
             .arg(section, key, QString::fromUtf8(sqlite3_errmsg(m_db))));
     return false;
@@ -173,8 +170,7 @@ bool SqliteSettings::setValue(const QString &section, const QString &key, const 
 
 bool SqliteSettings::removeSection(const QString &section)
 {
-    if (!m_db || section.isEmpty())
-        return false;
+    if (!m_db || section.isEmpty()) return false;
     Execution run(m_remove);
     run.bind(1, section);
     return sqlite3_step(m_remove) == SQLITE_DONE;
@@ -183,8 +179,7 @@ bool SqliteSettings::removeSection(const QString &section)
 QStringList SqliteSettings::keys(const QString &section)
 {
     QStringList result;
-    if (!m_db)
-        return result;
+    if (!m_db) return result;
     Execution run(m_keys);
     run.bind(1, section);
     while (sqlite3_step(m_keys) == SQLITE_ROW)
@@ -195,14 +190,14 @@ QStringList SqliteSettings::keys(const QString &section)
 QList<std::pair<QString, QString>> SqliteSettings::values(const QString &section)
 {
     QList<std::pair<QString, QString>> result;
-    if (!m_db)
-        return result;
+    if (!m_db) return result;
     Execution run(m_values);
     run.bind(1, section);
     // The file stores UTF-8: reading it as such spares SQLite a conversion of every row.
     const auto utf8 = [this](int column) {
-        return QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(m_values, column)),
-                                 sqlite3_column_bytes(m_values, column));
+        return QString::fromUtf8(
+            reinterpret_cast<const char *>(sqlite3_column_text(m_values, column)),
+            sqlite3_column_bytes(m_values, column));
     };
     while (sqlite3_step(m_values) == SQLITE_ROW)
         result.append({utf8(0), utf8(1)});
@@ -212,8 +207,7 @@ QList<std::pair<QString, QString>> SqliteSettings::values(const QString &section
 QStringList SqliteSettings::sections()
 {
     QStringList result;
-    if (!m_db)
-        return result;
+    if (!m_db) return result;
     Execution run(m_sections);
     while (sqlite3_step(m_sections) == SQLITE_ROW)
         result << columnText(m_sections, 0);
@@ -229,11 +223,9 @@ void SqliteSettings::beginBatch()
 
 void SqliteSettings::endBatch()
 {
-    if (m_batchDepth == 0 || --m_batchDepth > 0 || !m_inTransaction)
-        return;
+    if (m_batchDepth == 0 || --m_batchDepth > 0 || !m_inTransaction) return;
     m_inTransaction = false;
-    if (sqlite3_exec(m_db, "COMMIT", nullptr, nullptr, nullptr) == SQLITE_OK)
-        return;
+    if (sqlite3_exec(m_db, "COMMIT", nullptr, nullptr, nullptr) == SQLITE_OK) return;
     Log(QStringLiteral("Settings batch not committed: %1 (SqliteSettings)")
             .arg(QString::fromUtf8(sqlite3_errmsg(m_db))));
     sqlite3_exec(m_db, "ROLLBACK", nullptr, nullptr, nullptr);

@@ -6,7 +6,8 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
-namespace Tarnby {
+namespace Tarnby
+{
 
 class SqliteSettings final : public SettingsBackend
 {

@@ -5,7 +5,8 @@
 
 #include <algorithm>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
 QString CacheSectionFor(const QString &code, const QString &name)
 {
@@ -42,8 +43,7 @@ int CacheCount(const QString &name)
 QStringList CacheBranchLines(const QString &name)
 {
     SettingsBackend *store = SettingsStore::active();
-    if (!store)
-        return {};
+    if (!store) return {};
     QStringList keys = store->keys(CacheSection(name));
     keys.sort(Qt::CaseInsensitive);
     QStringList lines;
@@ -54,8 +54,7 @@ QStringList CacheBranchLines(const QString &name)
 
 void DeleteStationCache(const QString &code)
 {
-    if (!code.isEmpty())
-        DelPref(QStringLiteral("Cache\\") + code);
+    if (!code.isEmpty()) DelPref(QStringLiteral("Cache\\") + code);
 }
 
 void DeleteWholeCache()

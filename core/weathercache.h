@@ -9,9 +9,10 @@
 #include <QString>
 #include <QStringList>
 
-namespace Tarnby {
+namespace Tarnby
+{
 
-QString CacheSection(const QString &name);                 // "Cache\<code>\<name>"
+QString CacheSection(const QString &name); // "Cache\<code>\<name>"
 QString CacheSectionFor(const QString &code, const QString &name);
 QString GetCache(const QString &name, const QString &key, const QString &defaultValue = QString());
 void SaveCache(const QString &name, const QString &key, const QString &value);

@@ -43,7 +43,8 @@ QProcess *newChild(const QString &program, const QStringList &arguments)
     environment.insert(QStringLiteral("TARNBY_USER_AGENT"), UserAgent());
     // The map drawer takes its pictures from the hosts in force, loopback ones included.
     environment.insert(QStringLiteral("TARNBY_RADAR_IMAGE"), MapImageUrl(QStringLiteral("radar")));
-    environment.insert(QStringLiteral("TARNBY_SATELLITE_IMAGE"), MapImageUrl(QStringLiteral("satellite")));
+    environment.insert(QStringLiteral("TARNBY_SATELLITE_IMAGE"),
+                       MapImageUrl(QStringLiteral("satellite")));
     child->setProcessEnvironment(environment);
     child->setStandardInputFile(QProcess::nullDevice());
     child->setStandardOutputFile(QProcess::nullDevice());

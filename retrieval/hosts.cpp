@@ -43,7 +43,8 @@ constexpr std::array<HostEntry, 24> kHosts{{
     {Host::LightningMap, "LightningMap", "https://www.lightningmaps.org", "/lightning"},
     {Host::Instagram, "Instagram", "https://www.instagram.com", "/instagram"},
     {Host::RadarImages, "RadarImages", "https://radar.weather.gov", "/radar-images"},
-    {Host::SatelliteImages, "SatelliteImages", "https://cdn.star.nesdis.noaa.gov", "/satellite-images"},
+    {Host::SatelliteImages, "SatelliteImages", "https://cdn.star.nesdis.noaa.gov",
+     "/satellite-images"},
 }};
 
 constexpr bool inEnumOrder()
@@ -98,7 +99,8 @@ QString UserAgent()
 QString MapImageUrl(const QString &mapType)
 {
     return mapType == QStringLiteral("satellite")
-               ? HostUrl(Host::SatelliteImages) + QStringLiteral("/GOES16/ABI/CONUS/GEOCOLOR/1250x750.jpg")
+               ? HostUrl(Host::SatelliteImages) +
+                     QStringLiteral("/GOES16/ABI/CONUS/GEOCOLOR/1250x750.jpg")
                : HostUrl(Host::RadarImages) + QStringLiteral("/ridge/standard/CONUS_0.gif");
 }
 

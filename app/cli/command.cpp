@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cstring>
 
-namespace Tarnby::Cli {
+namespace Tarnby::Cli
+{
 
-namespace {
+namespace
+{
 QList<Command> &registry()
 {
     static QList<Command> commands;
@@ -21,8 +23,7 @@ void registerCommand(const Command &command)
 const Command *findCommand(const QString &name)
 {
     for (const Command &command : registry())
-        if (name == QLatin1String(command.name))
-            return &command;
+        if (name == QLatin1String(command.name)) return &command;
     return nullptr;
 }
 
@@ -36,8 +37,7 @@ QList<Command> allCommands()
 
 int usageError(const Command &command, Io &io, const QString &why)
 {
-    if (!why.isEmpty())
-        io.err << "tarnby-cli " << command.name << ": " << why << Qt::endl;
+    if (!why.isEmpty()) io.err << "tarnby-cli " << command.name << ": " << why << Qt::endl;
     io.err << "usage: tarnby-cli " << command.name << ' ' << command.usage << Qt::endl;
     return 2;
 }

@@ -7,18 +7,17 @@
 #include <QStringList>
 #include <QTextStream>
 
-namespace Tarnby::Cli {
-
-struct Io
+namespace Tarnby::Cli
 {
+
+struct Io {
     QTextStream &out;
     QTextStream &err;
 };
 
 using CommandFn = int (*)(const QStringList &args, Io &io);
 
-struct Command
-{
+struct Command {
     const char *name;
     const char *usage; // arguments after the name, e.g. "SECTION KEY"
     const char *help;  // one line
@@ -33,8 +32,7 @@ QList<Command> allCommands();
 // For bad usage: prints "usage: tarnby-cli <name> <usage>" on err and returns 2.
 int usageError(const Command &command, Io &io, const QString &why = QString());
 
-struct Registrar
-{
+struct Registrar {
     explicit Registrar(const Command &command) { registerCommand(command); }
 };
 

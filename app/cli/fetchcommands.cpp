@@ -4,9 +4,11 @@
 #include "core/files.h"
 #include "retrieval/fetch.h"
 
-namespace Tarnby::Cli {
+namespace Tarnby::Cli
+{
 
-namespace {
+namespace
+{
 
 constexpr int kDownloadSeconds = 30;
 
@@ -14,8 +16,7 @@ constexpr int kDownloadSeconds = 30;
 // line (empty when the job timed out), then the body when the status is 0.
 int download(const QStringList &args, Io &io)
 {
-    if (args.size() != 1)
-        return usageError(*findCommand(QStringLiteral("download")), io);
+    if (args.size() != 1) return usageError(*findCommand(QStringLiteral("download")), io);
     DownloadJob job;
     job.Url = args.first();
     job.Enabled = true;
@@ -25,13 +26,13 @@ int download(const QStringList &args, Io &io)
     const QString status = ReadStatus(job.StatusFile);
     const bool ok = !status.isEmpty() && StatusValue(status) == 0;
     io.out << status << Qt::endl;
-    if (ok)
-        io.out << ReadFile(job.OutputFile);
+    if (ok) io.out << ReadFile(job.OutputFile);
     DeleteFile(job.OutputFile);
     DeleteFile(job.StatusFile);
     return ok ? 0 : 1;
 }
-TARNBY_CLI_COMMAND({"download", "URL", "fetch one document: the status number, then the body", &download});
+TARNBY_CLI_COMMAND({"download", "URL", "fetch one document: the status number, then the body",
+                    &download});
 
 } // namespace
 

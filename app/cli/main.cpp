@@ -19,7 +19,8 @@
 using namespace Tarnby;
 using namespace Tarnby::Cli;
 
-namespace {
+namespace
+{
 
 int help(const QStringList &, Io &io)
 {
@@ -29,13 +30,13 @@ int help(const QStringList &, Io &io)
            << Qt::endl;
     for (const Command &command : allCommands())
         io.out << "  " << QString::fromLatin1(command.name).leftJustified(10) << ' '
-               << QString::fromLatin1(command.usage).leftJustified(28) << ' ' << command.help << Qt::endl;
+               << QString::fromLatin1(command.usage).leftJustified(28) << ' ' << command.help
+               << Qt::endl;
     return 0;
 }
 TARNBY_CLI_COMMAND({"help", "", "list the commands", &help, false});
 
-struct Invocation
-{
+struct Invocation {
     bool useIni = false;
     QString profile;
     QString command;
@@ -82,16 +83,17 @@ int main(int argc, char **argv)
 
     const Invocation call = parseArguments(QCoreApplication::arguments());
     if (!call.error.isEmpty() || call.command.isEmpty()) {
-        err << "tarnby-cli: " << (call.error.isEmpty() ? QStringLiteral("no command given") : call.error)
-            << Qt::endl
-            << "usage: tarnby-cli [-i] [--profile DIR] COMMAND [ARGS...]; tarnby-cli help lists the commands"
+        err << "tarnby-cli: "
+            << (call.error.isEmpty() ? QStringLiteral("no command given") : call.error) << Qt::endl
+            << "usage: tarnby-cli [-i] [--profile DIR] COMMAND [ARGS...]; tarnby-cli help lists "
+               "the commands"
             << Qt::endl;
         return 2;
     }
     const Command *command = findCommand(call.command);
     if (!command) {
-        err << "tarnby-cli: unknown command " << call.command << "; tarnby-cli help lists the commands"
-            << Qt::endl;
+        err << "tarnby-cli: unknown command " << call.command
+            << "; tarnby-cli help lists the commands" << Qt::endl;
         return 2;
     }
     if (command->needsStore) {

@@ -5,10 +5,10 @@
 #include <QCoreApplication>
 #include <QProcess>
 
-namespace {
-
-struct Result
+namespace
 {
+
+struct Result {
     int code = -1;
     QString out, err;
 };
@@ -19,8 +19,7 @@ protected:
     Result cli(const QStringList &args, bool ini = false)
     {
         QStringList all{"--profile", m_dir.path()};
-        if (ini)
-            all.prepend("-i");
+        if (ini) all.prepend("-i");
         QProcess process;
         process.start(QCoreApplication::applicationDirPath() + "/tarnby-cli", all + args);
         process.waitForFinished(30000);
@@ -57,8 +56,9 @@ TEST_F(CliTest, DeleteTakesSubSections)
 
 TEST_F(CliTest, BadUsageExitsWithTwoAndSaysWhy)
 {
-    for (const QStringList &args : {QStringList{}, QStringList{"frobnicate"}, QStringList{"get", "OnlySection"},
-                                    QStringList{"--bogus", "get", "A", "B"}, QStringList{"set", "A", "B"}}) {
+    for (const QStringList &args :
+         {QStringList{}, QStringList{"frobnicate"}, QStringList{"get", "OnlySection"},
+          QStringList{"--bogus", "get", "A", "B"}, QStringList{"set", "A", "B"}}) {
         const Result result = cli(args);
         EXPECT_EQ(result.code, 2) << args.join(' ').toStdString();
         EXPECT_FALSE(result.err.isEmpty());
@@ -70,24 +70,28 @@ TEST_F(CliTest, HelpListsEveryCommand)
 {
     const Result help = cli({"help"});
     EXPECT_EQ(help.code, 0);
-    for (const char *name : {"get", "set", "delete", "stations", "select", "download", "metar", "parse", "help"})
+    for (const char *name :
+         {"get", "set", "delete", "stations", "select", "download", "metar", "parse", "help"})
         EXPECT_TRUE(help.out.contains(QString("  ") + name + " ")) << name;
 }
 
 TEST_F(CliTest, MetarPrintsOneReadingALine)
 {
-    const Result got = cli({"metar", "KMSN 131553Z 36010G18KT 10SM OVC029 M03/M08 A3030 RMK AO2 SLP273"});
+    const Result got =
+        cli({"metar", "KMSN 131553Z 36010G18KT 10SM OVC029 M03/M08 A3030 RMK AO2 SLP273"});
     EXPECT_EQ(got.code, 0) << got.err.toStdString();
     const QStringList lines = got.out.split('\n', Qt::SkipEmptyParts);
     EXPECT_EQ(lines.size(), 20);
-    for (const char *line : {"StationId=KMSN", "Condition=Overcast", "TemperatureF=26.6", "WindGustSpeedMph=21",
-                             "Pressure=30.30", "IsAuto=False", "Visibility=10"})
+    for (const char *line :
+         {"StationId=KMSN", "Condition=Overcast", "TemperatureF=26.6", "WindGustSpeedMph=21",
+          "Pressure=30.30", "IsAuto=False", "Visibility=10"})
         EXPECT_TRUE(lines.contains(line)) << line;
 }
 
 TEST_F(CliTest, MetarRefusesWhatIsNoUsReport)
 {
-    for (const char *text : {"AGGH 201100Z 00000KT 9999 -DZ FEW005 24/24 Q1012", "<html>Not Found</html>"}) {
+    for (const char *text :
+         {"AGGH 201100Z 00000KT 9999 -DZ FEW005 24/24 Q1012", "<html>Not Found</html>"}) {
         const Result got = cli({"metar", text});
         EXPECT_EQ(got.code, 1) << text;
         EXPECT_TRUE(got.out.isEmpty());

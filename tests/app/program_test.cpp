@@ -7,7 +7,8 @@
 #include <QDeadlineTimer>
 #include <QProcess>
 
-namespace {
+namespace
+{
 
 class ProgramTest : public ::testing::Test
 {

@@ -9,7 +9,8 @@
 #include <QFile>
 #include <QProcess>
 
-namespace {
+namespace
+{
 
 class RetrievalTest : public ::testing::Test
 {
@@ -23,9 +24,12 @@ protected:
         ASSERT_GT(m_port, 0);
         for (const QStringList &setting :
              {QStringList{"Hosts", "Override", QString("http://127.0.0.1:%1").arg(m_port)},
-              QStringList{"CityCode", "Code", "DSMBG"}, QStringList{"CityCode", "StationType", "WeatherBug"},
-              QStringList{"CityCode", "City", "Des Moines, IA"}, QStringList{"CityCode", "ZipCode", "50321"},
-              QStringList{"CityCode", "Latitude", "41.5341"}, QStringList{"CityCode", "Longitude", "-93.6532"}})
+              QStringList{"CityCode", "Code", "DSMBG"},
+              QStringList{"CityCode", "StationType", "WeatherBug"},
+              QStringList{"CityCode", "City", "Des Moines, IA"},
+              QStringList{"CityCode", "ZipCode", "50321"},
+              QStringList{"CityCode", "Latitude", "41.5341"},
+              QStringList{"CityCode", "Longitude", "-93.6532"}})
             ASSERT_EQ(cli(QStringList{"set"} + setting).code, 0);
     }
     void TearDown() override { m_service.stop(); }
@@ -34,11 +38,11 @@ protected:
     void serve(const QString &path, const QString &document)
     {
         ASSERT_TRUE(QDir().mkpath(m_documents.filePath(path)));
-        ASSERT_TRUE(QFile::copy(Tarnby::Test::dataFile(document), m_documents.filePath(path + "/@")));
+        ASSERT_TRUE(
+            QFile::copy(Tarnby::Test::dataFile(document), m_documents.filePath(path + "/@")));
     }
 
-    struct Result
-    {
+    struct Result {
         int code = -1;
         QString out;
     };

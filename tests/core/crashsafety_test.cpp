@@ -10,7 +10,8 @@
 
 using namespace Tarnby;
 
-namespace {
+namespace
+{
 
 class CrashSafety : public ::testing::TestWithParam<bool>
 {

@@ -8,7 +8,8 @@
 
 using namespace Tarnby;
 
-namespace {
+namespace
+{
 
 QString writeText(const QTemporaryDir &dir, const QString &text)
 {
@@ -91,8 +92,8 @@ TEST(ProfileFile, AnotherWritersChangesSurviveOurPendingWrites)
 
 TEST(ProfileFile, LineBreakEncodingIsReversibleAndLeavesPlainValuesAlone)
 {
-    for (const QString &value : {QString("plain C:\\path\\%20"), QString("a\r\nb"), QString("@ml:literal"),
-                                 QString("%0A%25\n")}) {
+    for (const QString &value : {QString("plain C:\\path\\%20"), QString("a\r\nb"),
+                                 QString("@ml:literal"), QString("%0A%25\n")}) {
         const QString stored = EncodeIniValue(value);
         EXPECT_FALSE(stored.contains('\n'));
         EXPECT_EQ(DecodeIniValue(stored), value);

@@ -9,7 +9,8 @@
 using namespace Tarnby;
 using Tarnby::Test::TestProfile;
 
-namespace {
+namespace
+{
 
 // The behaviour both back ends share, run once against each.
 class StoreSemantics : public ::testing::TestWithParam<bool>

@@ -15,15 +15,13 @@ int main(int argc, char **argv)
 {
     QCoreApplication app(argc, argv);
     const QStringList args = QCoreApplication::arguments();
-    if (args.size() != 4)
-        return 2;
+    if (args.size() != 4) return 2;
     Tarnby::SettingsStore::open(args.at(1), args.at(2), args.at(3) == QStringLiteral("ini"));
     QTextStream out(stdout);
     for (qint64 n = 1;; ++n) {
         Tarnby::SavePref(QStringLiteral("Crash"), QStringLiteral("k%1").arg(n), QString::number(n));
         Tarnby::SavePref(QStringLiteral("Crash"), QStringLiteral("last"), QString::number(n));
         Tarnby::SettingsStore::flush();
-        if (n == 20)
-            out << "ready" << Qt::endl;
+        if (n == 20) out << "ready" << Qt::endl;
     }
 }

@@ -5,7 +5,8 @@
 
 using namespace Tarnby;
 
-namespace {
+namespace
+{
 
 class WeatherCacheTest : public Tarnby::Test::ProfileTest
 {
@@ -66,8 +67,12 @@ TEST_F(WeatherCacheTest, BranchLinesListOneSectionSortedByKey)
 TEST_F(WeatherCacheTest, CacheCountReadsOnlyASaneWholeNumber)
 {
     process().CityCode = "A";
-    const std::pair<const char *, int> cases[] = {{"", 0},    {"N/A", 0}, {"24", 24},
-                                                  {" 7 ", 7}, {"-3", 0},  {"2.5", 0},
+    const std::pair<const char *, int> cases[] = {{"", 0},
+                                                  {"N/A", 0},
+                                                  {"24", 24},
+                                                  {" 7 ", 7},
+                                                  {"-3", 0},
+                                                  {"2.5", 0},
                                                   {"99999999", kMaxCacheRows}};
     for (const auto &[stored, rows] : cases) {
         SaveCache("Hourly", "count", stored);

@@ -4,7 +4,8 @@
 #include "core/processvalues.h"
 #include "core/settingsstore.h"
 
-namespace Tarnby::Test {
+namespace Tarnby::Test
+{
 
 TestProfile::TestProfile(bool useIni)
 {

@@ -10,7 +10,8 @@
 
 #include <gtest/gtest.h>
 
-namespace Tarnby::Test {
+namespace Tarnby::Test
+{
 
 class TestProfile
 {

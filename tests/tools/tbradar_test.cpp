@@ -18,8 +18,8 @@ protected:
         environment.insert(QStringLiteral("TARNBY_RADAR_IMAGE"), url(radarPath));
         environment.insert(QStringLiteral("TARNBY_SATELLITE_IMAGE"), url(satellitePath));
         return run(QStringLiteral("tbradar"),
-                   {m_work.path(), QStringLiteral("MapSource5"), QStringLiteral("MapType") + mapType,
-                    QStringLiteral("6")},
+                   {m_work.path(), QStringLiteral("MapSource5"),
+                    QStringLiteral("MapType") + mapType, QStringLiteral("6")},
                    environment);
     }
     QByteArray picture() const

@@ -39,7 +39,11 @@ int run(int argc, char **argv)
     FetchLimits limits;
     limits.maxBytes = MaxPictureBytes;
     const FetchResult result = fetch(
-        address, [&picture](const char *data, std::size_t size) { picture.append(data, size); return true; },
+        address,
+        [&picture](const char *data, std::size_t size) {
+            picture.append(data, size);
+            return true;
+        },
         limits);
     if (result.status != StatusOk || picture.empty()) {
         complain(Program, address + " answered with status " + std::to_string(result.status));
