@@ -146,6 +146,12 @@ function startResize(event) {
   if (event.button == 0) setRunAction('WindowResize');
 }
 
+// The map opens the radar in the browser; without a map it offers the maps to choose from.
+function openMap() {
+  var empty = document.getElementById('map-card').classList.contains('empty');
+  setRunAction(empty ? 'ShowMapMenu' : 'LaunchRadarMap');
+}
+
 function retrieveWeather() { setRunAction('RetrieveWeather'); }
 
 function displayProgressBar() {
@@ -192,7 +198,8 @@ function hideMissing() {
 function layoutMap() {
   var image = document.getElementById('map-image');
   var source = image.getAttribute('src') || '';
-  document.getElementById('map-card').classList.toggle('empty', source == '' || /Blank\.gif$/i.test(source));
+  var empty = source == '' || /Blank\.gif(\?|$)/i.test(source);
+  document.getElementById('map-card').classList.toggle('empty', empty);
   if (skinStation.international) document.querySelector('.map-title').textContent = 'Map';
 }
 
@@ -308,7 +315,6 @@ function refreshRealtimeData() {
       if (!(key in live)) continue;
       var value = liveValue(args, key);
       if (!usable(value)) continue;
-      if (key == 'humidity') value = value + '%';
       replaceNumber(elements[i], value);
     }
     hideMissing();
