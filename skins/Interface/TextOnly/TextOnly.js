@@ -4,24 +4,11 @@
 
 'use strict';
 
-var pendingActions = [];
-
-// Hands one action word to the program through TB-RunAction; a word written while the
-// last one is not taken yet waits its turn.
+// Hands one action word to the program through TB-RunAction. Each link sends one word,
+// so there is no queue to keep.
 function setRunAction(word) {
-  pendingActions.push(word);
-  if (pendingActions.length == 1) deliverActions();
-}
-
-function deliverActions() {
   var element = document.getElementById('TB-RunAction');
-  if (!element || pendingActions.length == 0) return;
-  if (element.innerHTML != '') {
-    setTimeout(deliverActions, 60);
-    return;
-  }
-  element.innerHTML = pendingActions.shift();
-  if (pendingActions.length > 0) setTimeout(deliverActions, 60);
+  if (element) element.innerHTML = word;
 }
 
 function act(word) {
