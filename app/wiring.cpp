@@ -5,6 +5,7 @@
 #include "derive/sunmoon.h"
 #include "providers/conditions.h"
 #include "providers/forecasts.h"
+#include "providers/nwsstation.h"
 #include "providers/weatherbug.h"
 #include "run/runhooks.h"
 #include "run/runstate.h"
@@ -62,6 +63,8 @@ RetrievalHooks providerHooks()
 {
     RetrievalHooks hooks = retrievalHooks();
     hooks.fetchWeatherBugObservations = [] { return !UpdateWeatherBugConditions().isEmpty(); };
+    hooks.fetchNwsObservations = [] { return !UpdateNwsConditions().isEmpty(); };
+    hooks.buildMapLinks = &BuildMapLinks;
     // The station's own time zone comes from the vendor's lookup, which station
     // discovery brings; until then the sun times are those of the machine's zone and
     // the lookup counts as failed, so that a run in which everything failed says so.
@@ -81,6 +84,7 @@ SchedulerHooks ProviderSchedulerHooks()
 {
     SchedulerHooks hooks;
     hooks.liveWeatherBug = &UpdateWeatherBugConditions;
+    hooks.liveNws = &UpdateNwsConditions;
     return hooks;
 }
 
