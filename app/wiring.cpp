@@ -1,5 +1,6 @@
 #include "app/wiring.h"
 
+#include "alerts/alertformat.h"
 #include "alerts/alertingestion.h"
 #include "core/processvalues.h"
 #include "derive/sunmoon.h"
@@ -10,7 +11,9 @@
 #include "run/runhooks.h"
 #include "run/runstate.h"
 #include "run/scheduler.h"
+#include "template/alerttokens.h"
 #include "template/exportlog.h"
+#include "template/misctokens.h"
 
 namespace Tarnby
 {
@@ -78,6 +81,14 @@ RetrievalHooks providerHooks()
     return hooks;
 }
 
+// The template engine sits below the providers and the alert formatters; it reaches
+// them through these sources.
+void installTemplateSources()
+{
+    setAlertTextSource(&AlertTokenText);
+    setStationWebPageSource(&StationWebPage);
+}
+
 } // namespace
 
 SchedulerHooks ProviderSchedulerHooks()
@@ -92,6 +103,7 @@ void InstallRetrievalWiring()
 {
     registerKinds();
     setRetrievalHooks(providerHooks());
+    installTemplateSources();
 }
 
 } // namespace Tarnby
