@@ -6,6 +6,7 @@
 #include "core/settingsstore.h"
 #include "core/weathercache.h"
 #include "derive/numberformat.h"
+#include "retrieval/hosts.h"
 
 #include <utility>
 
@@ -177,6 +178,24 @@ bool SetWeatherStationByCode(const QString &code)
 QString StationGroup()
 {
     return StationGroup(process().StationType);
+}
+
+QString StationWebPage()
+{
+    const ProcessValues &values = process();
+    const QString group = StationGroup();
+    if (group == QStringLiteral("WUnderground"))
+        return HostUrl(Host::Wunderground) +
+               (values.CityCode.size() == 4 ? QStringLiteral("/weather/")
+                                            : QStringLiteral("/dashboard/pws/")) +
+               values.CityCode;
+    if (group == QStringLiteral("NWS"))
+        return HostUrl(Host::NwsForecast) + QStringLiteral("/MapClick.php?lat=") + values.Latitude +
+               QStringLiteral("&lon=") + values.Longitude;
+    if (group == QStringLiteral("CWOP"))
+        return HostUrl(Host::CwopStationInfo) + QStringLiteral("/site/search?site=") +
+               values.CityCode + QStringLiteral("&Get+information=Get+information");
+    return HostUrl(Host::WeatherBug) + QStringLiteral("/common/jump.aspx?stat=") + values.CityCode;
 }
 
 int StationGroupNumber()

@@ -56,6 +56,11 @@ QString StationGroup();
 int StationGroupNumber();
 bool IsInternational();
 
+// The address of the selected station's web page, by its family: the WeatherBug jump
+// page, the Weather Underground dashboard (or airport page for a four-character code),
+// the NWS forecast page of its position, or its page on the CWOP station site.
+QString StationWebPage();
+
 // The name shown for the current station. When the service reports that it answers
 // with another station than the chosen one (UseActualStationName in the Current
 // cache), that station's name, and Misc/StationDown becomes "True" with the time in

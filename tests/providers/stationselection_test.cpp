@@ -192,6 +192,27 @@ TEST_F(StationSelection, GroupAndInternationalFollowTheSelection)
     EXPECT_TRUE(IsInternational());
 }
 
+TEST_F(StationSelection, WebPageByFamily)
+{
+    const std::pair<StationEntry, const char *> cases[] = {
+        {{"Ames", "KAMW", "50010", "42.0", "-93.6", "NWS"},
+         "https://forecast.weather.gov/MapClick.php?lat=42.0&lon=-93.6"},
+        {{"Ames", "KIAAMES12", "50010", "42.0", "-93.6", "PWS (WUnderground)"},
+         "https://www.wunderground.com/dashboard/pws/KIAAMES12"},
+        {{"Ames", "KAMW", "50010", "42.0", "-93.6", "NWS (WUnderground)"},
+         "https://www.wunderground.com/weather/KAMW"},
+        {{"Ames", "C1234", "50010", "42.0", "-93.6", "CWOP"},
+         "https://weather.gladstonefamily.net/site/"
+         "search?site=C1234&Get+information=Get+information"},
+        {{"Ames", "AMSHS", "50010", "42.0", "-93.6", ""},
+         "https://www.weatherbug.com/common/jump.aspx?stat=AMSHS"},
+    };
+    for (const auto &[station, page] : cases) {
+        ChangeWeatherStation(station.toLine());
+        EXPECT_EQ(StationWebPage(), page) << station.StationType.toStdString();
+    }
+}
+
 class StationDisplayName : public StationSelection
 {
 protected:
