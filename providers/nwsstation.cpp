@@ -297,17 +297,7 @@ QList<clsWxStation> clsNwsStation::GetWeatherStations(const QString &latitude,
 {
     const QString document = fetch(HostUrl(Host::NwsApi) + QStringLiteral("/points/") + latitude +
                                    QLatin1Char(',') + longitude + QStringLiteral("/stations"));
-    QList<clsWxStation> stations;
-    for (const QString &piece : stationPieces(document)) {
-        if (stations.size() == kMostStations) break;
-        clsWxStation station = stationOfPiece(piece);
-        const QString position =
-            between(piece, QStringLiteral("\"coordinates\": ["), QStringLiteral("]"));
-        station.setLongitude(CleanCoordinate(position.section(QLatin1Char(','), 0, 0)));
-        station.setLatitude(CleanCoordinate(position.section(QLatin1Char(','), 1, 1)));
-        stations.append(station);
-    }
-    return stations;
+    return StationsOf(document, [](const QString &, const clsWxStation &) { return true; });
 }
 
 QList<clsWxStation>
@@ -321,18 +311,24 @@ clsNwsStation::GetWeatherStationsNearPoint(const QString &latitude, const QStrin
               kNearPointSeconds);
     if (!document.contains(QStringLiteral("\"coordinates\":"))) return {};
     const QString zoneMark = HostUrl(Host::NwsApi) + QStringLiteral("/zones/forecast/");
+    return StationsOf(document, [&](const QString &piece, const clsWxStation &station) {
+        return !between(piece, zoneMark, QStringLiteral("\"")).isEmpty() &&
+               IsInsideBounds(top, left, bottom, right, station.latitude(), station.longitude());
+    });
+}
+
+QList<clsWxStation> clsNwsStation::StationsOf(const QString &document, const StationFilter &keep)
+{
     QList<clsWxStation> stations;
     for (const QString &piece : stationPieces(document)) {
         if (stations.size() == kMostStations) break;
         clsWxStation station = stationOfPiece(piece);
+        // Longitude first, as GeoJSON has it.
         const QString position =
             between(piece, QStringLiteral("\"coordinates\": ["), QStringLiteral("]"));
         station.setLongitude(CleanCoordinate(position.section(QLatin1Char(','), 0, 0)));
         station.setLatitude(CleanCoordinate(position.section(QLatin1Char(','), 1, 1)));
-        if (between(piece, zoneMark, QStringLiteral("\"")).isEmpty()) continue;
-        if (!IsInsideBounds(top, left, bottom, right, station.latitude(), station.longitude()))
-            continue;
-        stations.append(station);
+        if (keep(piece, station)) stations.append(station);
     }
     return stations;
 }

@@ -13,6 +13,8 @@
 #include <QList>
 #include <QString>
 
+#include <functional>
+
 namespace Tarnby
 {
 
@@ -41,6 +43,9 @@ public:
 
 private:
     static QString CleanCoordinate(const QString &text);
+    // The stations of a station list that the filter keeps, up to 501.
+    using StationFilter = std::function<bool(const QString &piece, const clsWxStation &station)>;
+    static QList<clsWxStation> StationsOf(const QString &document, const StationFilter &keep);
 };
 
 // The MesoWest API token: `Misc`/`MesoWestToken`, given by the program's operator.
