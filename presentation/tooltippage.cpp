@@ -30,9 +30,10 @@ constexpr int kMargin = 4;
 
 QString pageHead()
 {
-    return QStringLiteral("<!DOCTYPE HTML PUBLIC \"-//W3C//DTD HTML 4.01 Transitional//EN\">\r\n"
-                          "<HTML><BODY STYLE=\"margin:0px;overflow:hidden;\">"
-                          "<DIV ID=\"TBTemplate-Content\" STYLE=\"display:inline-block;\">");
+    return QStringLiteral(
+        "<!DOCTYPE HTML PUBLIC \"-//W3C//DTD HTML 4.01 Transitional//EN\">\r\n"
+        "<HTML><HEAD><META CHARSET=\"utf-8\"></HEAD><BODY STYLE=\"margin:0px;overflow:hidden;\">"
+        "<DIV ID=\"TBTemplate-Content\" STYLE=\"display:inline-block;\">");
 }
 
 QString cell(const QString &text)
@@ -146,7 +147,7 @@ QString ApplyIconStrip(const QString &page, const QString &stripKind, int conten
     const int columns = std::max(kMinStripColumns, contentWidth / kStripColumnWidth);
     const QString icons =
         stripKind == QLatin1String("Daily") ? BuildDailyStrip(columns) : BuildHourlyStrip(columns);
-    text.replace(kIconsToken, icons);
+    text.replace(kIconsToken, QString(icons).replace(QChar(0x00B0), QStringLiteral("&deg;")));
     return text.replace(u'\\', u'/');
 }
 
