@@ -23,6 +23,7 @@ namespace
 {
 
 constexpr int kStartSize = 200;
+constexpr int kLayoutSize = 1000;
 constexpr int kWaitMs = 10000;
 
 // Waits, serving events, until `done` is set or the time is up.
@@ -86,6 +87,9 @@ bool frmTooltipWindow::ReloadTooltipContent()
 {
     if (!LoadTooltipWindow()) return false;
     const QString page = BuildTooltipPage(ReadFile(m_templateFile), m_folder);
+    // Laid out on a roomy page, the content takes its natural size, which is measured.
+    resize(kLayoutSize, kLayoutSize);
+    layout()->activate();
     if (!showPage(page)) return false;
     QSize size = measureContent();
     if (page.contains(kIconsToken) || page.contains(QStringLiteral("[ICONS START]"))) {

@@ -22,6 +22,8 @@ namespace
 constexpr qreal kPixelsPerPoint = 96.0 / 72.0;
 constexpr int kReferenceSide = 16;
 constexpr qreal kSmallestPixelSize = 5;
+// A pixel kept clear on the left and right, so the digits never touch the next icon.
+constexpr int kEdge = 1;
 
 QFont digitFont(const TrayFontSpec &spec, qreal pixelSize)
 {
@@ -42,7 +44,8 @@ QFont fittingFont(const QString &text, const TrayFontSpec &spec, int pixels)
     for (;; size -= 0.5) {
         const QFont font = digitFont(spec, size);
         const QRectF box = QFontMetricsF(font).tightBoundingRect(text);
-        if ((box.width() <= pixels && box.height() <= pixels) || size <= kSmallestPixelSize)
+        if ((box.width() <= pixels - 2 * kEdge && box.height() <= pixels) ||
+            size <= kSmallestPixelSize)
             return font;
     }
 }
