@@ -14,6 +14,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <functional>
 
 namespace Tarnby
 {
@@ -64,16 +65,32 @@ QString degrees(const QString &section, const QString &key)
     return FormatTemperature(section, key, dress);
 }
 
-QString strip(const QStringList &heads, const QStringList &icons, const QStringList &temps,
-              const QStringList &chances)
-{
-    return QStringLiteral("<TABLE CLASS=\"IconStrip\">") + tableRow(heads) + tableRow(icons) +
-           tableRow(temps) + tableRow(chances) + QStringLiteral("</TABLE>");
-}
-
 int clampedColumns(int columns, int available)
 {
     return std::clamp(std::min(columns, available), 0, kMaxStripColumns);
+}
+
+// One column of a strip: its heading, icon code, temperatures and the key of its chance.
+struct StripColumn {
+    QString head, icon, temperatures, chanceKey;
+};
+
+// A table of icons: the word "Now" over the first column, then the icons, temperatures
+// and chances of precipitation of as many rows as fit and are cached.
+QString stripOf(const QString &section, int columns,
+                const std::function<StripColumn(const QString &row)> &columnOf)
+{
+    QStringList heads, icons, temps, chances;
+    const int count = clampedColumns(columns, CacheCount(section));
+    for (int n = 1; n <= count; ++n) {
+        const StripColumn column = columnOf(QString::number(n));
+        heads << (n == 1 ? QStringLiteral("Now") : column.head);
+        icons << iconImage(column.icon);
+        temps << column.temperatures;
+        chances << FormatChance(section, column.chanceKey, true);
+    }
+    return QStringLiteral("<TABLE CLASS=\"IconStrip\">") + tableRow(heads) + tableRow(icons) +
+           tableRow(temps) + tableRow(chances) + QStringLiteral("</TABLE>");
 }
 
 } // namespace
@@ -154,34 +171,24 @@ QString ApplyIconStrip(const QString &page, const QString &stripKind, int conten
 QString BuildHourlyStrip(int columns)
 {
     const QString hourly = QStringLiteral("Hourly");
-    QStringList heads, icons, temps, chances;
-    const int count = clampedColumns(columns, CacheCount(hourly));
-    for (int n = 1; n <= count; ++n) {
-        const QString row = QString::number(n);
-        heads << (n == 1 ? QStringLiteral("Now")
-                         : TimeText(CacheValue(hourly, QStringLiteral("hour") + row), false, true));
-        icons << iconImage(CacheValue(hourly, QStringLiteral("weather-icon") + row));
-        temps << degrees(hourly, QStringLiteral("temperature") + row);
-        chances << FormatChance(hourly, QStringLiteral("prob-of-precip") + row, true);
-    }
-    return strip(heads, icons, temps, chances);
+    return stripOf(hourly, columns, [&](const QString &row) {
+        return StripColumn{TimeText(CacheValue(hourly, QStringLiteral("hour") + row), false, true),
+                           CacheValue(hourly, QStringLiteral("weather-icon") + row),
+                           degrees(hourly, QStringLiteral("temperature") + row),
+                           QStringLiteral("prob-of-precip") + row};
+    });
 }
 
 QString BuildDailyStrip(int columns)
 {
     const QString daily = QStringLiteral("Daily");
-    QStringList heads, icons, temps, chances;
-    const int count = clampedColumns(columns, CacheCount(daily));
-    for (int n = 1; n <= count; ++n) {
-        const QString row = QString::number(n);
-        heads << (n == 1 ? QStringLiteral("Now")
-                         : CacheValue(daily, QStringLiteral("day") + row).left(3));
-        icons << iconImage(CacheValue(daily, QStringLiteral("image1") + row));
-        temps << degrees(daily, QStringLiteral("high") + row) + u'/' +
-                     degrees(daily, QStringLiteral("low") + row);
-        chances << FormatChance(daily, QStringLiteral("pre1") + row, true);
-    }
-    return strip(heads, icons, temps, chances);
+    return stripOf(daily, columns, [&](const QString &row) {
+        return StripColumn{CacheValue(daily, QStringLiteral("day") + row).left(3),
+                           CacheValue(daily, QStringLiteral("image1") + row),
+                           degrees(daily, QStringLiteral("high") + row) + u'/' +
+                               degrees(daily, QStringLiteral("low") + row),
+                           QStringLiteral("pre1") + row};
+    });
 }
 
 QString TooltipMeasureScript()
