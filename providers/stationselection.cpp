@@ -160,6 +160,18 @@ void SwitchToLastStation()
         call(hooks().refreshInterface);
 }
 
+bool SwapCityCodes()
+{
+    const StationEntry current = ReadSelection();
+    const StationEntry previous = ReadSelection(true);
+    if (previous.Code.isEmpty()) return false;
+    writeSelection(previous, false);
+    writeSelection(current, true);
+    saveSelectionValue("CheckedZipCode", QStringLiteral("False"));
+    CopySelectionToProcess();
+    return true;
+}
+
 bool SetWeatherStationByCode(const QString &code)
 {
     if (code.isEmpty()) return false;

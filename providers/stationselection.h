@@ -46,6 +46,10 @@ bool ChangeWeatherStation(const QString &entry);
 // retrieves (or, where the scheduler forbids it, only refreshes the interface). Does
 // nothing without a previous station or when it has the current code.
 void SwitchToLastStation();
+// SwapCityCodes: exchanges the selection with the Last* keys (a second call swaps
+// back) and marks the postal code as unchecked. False, changing nothing, when there is
+// no previous station. The caller starts the retrieval that follows.
+bool SwapCityCodes();
 // Selects the first saved station whose code equals the given one exactly. True when
 // one was found; otherwise the selection stays. The Last* keys are not touched.
 bool SetWeatherStationByCode(const QString &code);

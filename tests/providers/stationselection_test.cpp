@@ -132,6 +132,20 @@ TEST_F(StationSelection, SwitchWithoutAnotherStationDoesNothing)
     EXPECT_EQ(calls, QStringList{"rate"});
 }
 
+TEST_F(StationSelection, SwapCityCodesExchangesAndNeedsOnlyALastCode)
+{
+    EXPECT_FALSE(SwapCityCodes());
+    ChangeWeatherStation(desMoines().toLine());
+    ChangeWeatherStation(ames().toLine());
+    SavePref("CityCode", "CheckedZipCode", "True");
+    calls.clear();
+    ASSERT_TRUE(SwapCityCodes());
+    expectSelection(desMoines());
+    EXPECT_EQ(ReadSelection(true), ames());
+    EXPECT_EQ(cityCode("CheckedZipCode"), "False");
+    EXPECT_TRUE(calls.isEmpty()); // the caller starts the retrieval
+}
+
 TEST_F(StationSelection, WorksWithoutHooks)
 {
     setStationSelectionHooks({});
