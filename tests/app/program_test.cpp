@@ -28,12 +28,16 @@ protected:
                       QStringList{"--profile", m_dir.path()} + args);
         ASSERT_TRUE(process.waitForStarted());
     }
-    // Reads the program's output until it holds the text or ten seconds pass.
+    // Reads the program's output until it holds the text or thirty seconds pass.
     static QString waitFor(QProcess &process, QString &seen, const QString &text)
     {
-        QDeadlineTimer deadline(10000);
-        while (!seen.contains(text) && !deadline.hasExpired() && process.waitForReadyRead(500))
+        QDeadlineTimer deadline(30000);
+        // A quiet moment is no end: a loaded machine may pause between two lines.
+        while (!seen.contains(text) && !deadline.hasExpired() &&
+               process.state() == QProcess::Running) {
+            process.waitForReadyRead(500);
             seen += QString::fromUtf8(process.readAll());
+        }
         return seen;
     }
 
