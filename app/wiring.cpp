@@ -10,6 +10,7 @@
 #include "run/runstate.h"
 #include "run/scheduler.h"
 #include "template/exportlog.h"
+#include "template/misctokens.h"
 
 namespace Tarnby
 {
@@ -88,6 +89,7 @@ void InstallRetrievalWiring()
 {
     registerKinds();
     setRetrievalHooks(providerHooks());
+    setStationWebPageSource(&StationWebPage);
 }
 
 } // namespace Tarnby

@@ -6,6 +6,7 @@
 #include "core/settingsstore.h"
 #include "core/weathercache.h"
 #include "derive/numberformat.h"
+#include "retrieval/hosts.h"
 
 #include <utility>
 
@@ -220,6 +221,24 @@ void RepairPostalCode(const PostalCodeLookups &lookups)
         if (isNumeric(found) && found != QLatin1String("0"))
             storeRepairedPostalCode(found, QStringLiteral("0"));
     }
+}
+
+QString StationWebPage()
+{
+    const QString group = StationGroup();
+    const QString code = process().CityCode;
+    if (group == u"WUnderground")
+        return HostUrl(Host::Wunderground) +
+               (code.size() == 4 ? QStringLiteral("/weather/")
+                                 : QStringLiteral("/dashboard/pws/")) +
+               code;
+    if (group == u"NWS")
+        return HostUrl(Host::NwsForecast) + QStringLiteral("/MapClick.php?lat=%1&lon=%2")
+                                                .arg(process().Latitude, process().Longitude);
+    if (group == u"CWOP")
+        return HostUrl(Host::CwopStationInfo) +
+               QStringLiteral("/site/search?site=%1&Get+information=Get+information").arg(code);
+    return HostUrl(Host::WeatherBug) + QStringLiteral("/common/jump.aspx?stat=") + code;
 }
 
 } // namespace Tarnby

@@ -56,6 +56,11 @@ QString StationGroup();
 int StationGroupNumber();
 bool IsInternational();
 
+// The web page of the selected station, by its family: the WeatherBug jump page, the
+// Weather Underground dashboard (or the weather page of a four-letter airport code), the
+// NWS forecast page at the station's position or the CWOP site's station search.
+QString StationWebPage();
+
 // The name shown for the current station. When the service reports that it answers
 // with another station than the chosen one (UseActualStationName in the Current
 // cache), that station's name, and Misc/StationDown becomes "True" with the time in

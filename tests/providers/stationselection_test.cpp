@@ -315,3 +315,44 @@ TEST_F(PostalCodeRepair, ZeroAnswerOrOtherFamilyKeepsZero)
 }
 
 } // namespace
+
+namespace
+{
+
+struct WebPageCase {
+    const char *type;
+    const char *code;
+    const char *expected;
+};
+
+class StationWebPageTest : public ProfileTest, public ::testing::WithParamInterface<WebPageCase>
+{
+};
+
+TEST_P(StationWebPageTest, FollowsTheStationsFamily)
+{
+    const WebPageCase &c = GetParam();
+    SavePref("Hosts", "Override", "http://127.0.0.1:9");
+    SavePref("CityCode", "StationType", c.type);
+    process().StationType = c.type;
+    process().CityCode = c.code;
+    process().Latitude = "47.26";
+    process().Longitude = "-122.57";
+    EXPECT_EQ(StationWebPage(), c.expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Families, StationWebPageTest,
+    ::testing::Values(
+        WebPageCase{"", "p12345", "http://127.0.0.1:9/wb-web/common/jump.aspx?stat=p12345"},
+        WebPageCase{"PWS (WUnderground)", "KWATACOM12",
+                    "http://127.0.0.1:9/wu-web/dashboard/pws/KWATACOM12"},
+        // a four-letter code is an airport, which has a weather page instead
+        WebPageCase{"ICAO (WUnderground)", "KTIW", "http://127.0.0.1:9/wu-web/weather/KTIW"},
+        WebPageCase{"NWS", "KTIW",
+                    "http://127.0.0.1:9/nws-forecast/MapClick.php?lat=47.26&lon=-122.57"},
+        WebPageCase{"CWOP", "C1234",
+                    "http://127.0.0.1:9/cwop-info/site/search?site=C1234"
+                    "&Get+information=Get+information"}));
+
+} // namespace
