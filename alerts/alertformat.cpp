@@ -211,4 +211,9 @@ QString GetAlertsFullText(bool html, bool colour)
     return FixForecastCase(text);
 }
 
+QString AlertTokenText(bool fullText, bool html)
+{
+    return fullText ? GetAlertsFullText(html, html) : GetAlertsInfo(html);
+}
+
 } // namespace Tarnby

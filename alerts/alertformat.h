@@ -23,4 +23,8 @@ QString GetAlertsInfo(bool html);
 // plain text runs each bulletin into one line of sentences, parted by CR LF.
 QString GetAlertsFullText(bool html, bool colour);
 
+// What the template tokens of the alerts show: the bulletins (fullText) or the short
+// titles, with the HTML dress and colour, or plain.
+QString AlertTokenText(bool fullText, bool html);
+
 } // namespace Tarnby

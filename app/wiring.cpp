@@ -1,14 +1,17 @@
 #include "app/wiring.h"
 
+#include "alerts/alertformat.h"
 #include "alerts/alertingestion.h"
 #include "core/processvalues.h"
 #include "derive/sunmoon.h"
 #include "providers/conditions.h"
 #include "providers/forecasts.h"
+#include "providers/nwsstation.h"
 #include "providers/weatherbug.h"
 #include "run/runhooks.h"
 #include "run/runstate.h"
 #include "run/scheduler.h"
+#include "template/alerttokens.h"
 #include "template/exportlog.h"
 #include "template/misctokens.h"
 
@@ -63,6 +66,8 @@ RetrievalHooks providerHooks()
 {
     RetrievalHooks hooks = retrievalHooks();
     hooks.fetchWeatherBugObservations = [] { return !UpdateWeatherBugConditions().isEmpty(); };
+    hooks.fetchNwsObservations = [] { return !UpdateNwsConditions().isEmpty(); };
+    hooks.buildMapLinks = &BuildMapLinks;
     // The station's own time zone comes from the vendor's lookup, which station
     // discovery brings; until then the sun times are those of the machine's zone and
     // the lookup counts as failed, so that a run in which everything failed says so.
@@ -76,12 +81,21 @@ RetrievalHooks providerHooks()
     return hooks;
 }
 
+// The template engine sits below the providers and the alert formatters; it reaches
+// them through these sources.
+void installTemplateSources()
+{
+    setAlertTextSource(&AlertTokenText);
+    setStationWebPageSource(&StationWebPage);
+}
+
 } // namespace
 
 SchedulerHooks ProviderSchedulerHooks()
 {
     SchedulerHooks hooks;
     hooks.liveWeatherBug = &UpdateWeatherBugConditions;
+    hooks.liveNws = &UpdateNwsConditions;
     return hooks;
 }
 
@@ -89,7 +103,7 @@ void InstallRetrievalWiring()
 {
     registerKinds();
     setRetrievalHooks(providerHooks());
-    setStationWebPageSource(&StationWebPage);
+    installTemplateSources();
 }
 
 } // namespace Tarnby

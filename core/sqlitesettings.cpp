@@ -15,12 +15,39 @@ namespace Tarnby
 namespace
 {
 
-// Section and key names compare without regard to case; "\" separates levels.
+// Section and key names compare without regard to case; "\" separates levels. The
+// primary key holds the names folded to lower case (ASCII, as SQLite's NOCASE folds),
+// so that a lookup compares bytes: a NOCASE compare of the long common prefix of cache
+// sections ("Cache\KDSM\Hourly") was most of the cost of a write. The names as first
+// written are kept for listing.
+constexpr int kSchemaVersion = 1;
 constexpr const char *kSchema = "CREATE TABLE IF NOT EXISTS settings ("
-                                " section TEXT NOT NULL COLLATE NOCASE,"
-                                " key TEXT NOT NULL COLLATE NOCASE,"
+                                " section_fold TEXT NOT NULL,"
+                                " key_fold TEXT NOT NULL,"
+                                " section TEXT NOT NULL,"
+                                " key TEXT NOT NULL,"
                                 " value TEXT NOT NULL,"
-                                " PRIMARY KEY (section, key)) WITHOUT ROWID";
+                                " PRIMARY KEY (section_fold, key_fold)) WITHOUT ROWID";
+
+// Files of the first form kept the names under NOCASE; their rows move over as they are.
+constexpr const char *kUpgradeFromFirstForm =
+    "ALTER TABLE settings RENAME TO settings_v0;"
+    "CREATE TABLE settings ("
+    " section_fold TEXT NOT NULL, key_fold TEXT NOT NULL, section TEXT NOT NULL,"
+    " key TEXT NOT NULL, value TEXT NOT NULL,"
+    " PRIMARY KEY (section_fold, key_fold)) WITHOUT ROWID;"
+    "INSERT OR REPLACE INTO settings"
+    " SELECT lower(section), lower(key), section, key, value FROM settings_v0;"
+    "DROP TABLE settings_v0;";
+
+// The UTF-8 of a name with A-Z made a-z.
+QByteArray folded(const QString &name)
+{
+    QByteArray utf8 = name.toUtf8();
+    for (char &c : utf8)
+        if (c >= 'A' && c <= 'Z') c = char(c - 'A' + 'a');
+    return utf8;
+}
 
 QString columnText(sqlite3_stmt *stmt, int column)
 {
@@ -47,17 +74,27 @@ public:
     Execution &operator=(const Execution &) = delete;
 
     // Parameter index from 1; a null text is bound as the empty text.
-    void bind(int index, const QString &text)
+    void bind(int index, const QString &text) { bindUtf8(index, text.toUtf8()); }
+    // A name as the primary key holds it.
+    void bindName(int index, const QString &name) { bindUtf8(index, folded(name)); }
+    // Bytes that outlive the execution.
+    void bindKept(int index, const QByteArray &utf8)
     {
-        QByteArray &utf8 = m_texts[size_t(index - 1)];
-        utf8 = text.toUtf8();
         sqlite3_bind_text(m_stmt, index, utf8.isNull() ? "" : utf8.constData(), int(utf8.size()),
                           SQLITE_STATIC);
     }
 
 private:
+    void bindUtf8(int index, QByteArray utf8)
+    {
+        QByteArray &kept = m_texts[size_t(index - 1)];
+        kept = std::move(utf8);
+        sqlite3_bind_text(m_stmt, index, kept.isNull() ? "" : kept.constData(), int(kept.size()),
+                          SQLITE_STATIC);
+    }
+
     sqlite3_stmt *m_stmt;
-    std::array<QByteArray, 3> m_texts;
+    std::array<QByteArray, 5> m_texts;
 };
 
 } // namespace
@@ -102,19 +139,50 @@ bool SqliteSettings::openFile(const QString &file)
     // leaves a torn file; only a power cut may lose the last moments.
     sqlite3_exec(m_db, "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL;", nullptr, nullptr,
                  nullptr);
-    if (sqlite3_exec(m_db, kSchema, nullptr, nullptr, nullptr) != SQLITE_OK) return false;
-    m_get = prepare("SELECT value FROM settings WHERE section = ?1 AND key = ?2");
-    m_set = prepare("INSERT INTO settings (section, key, value) VALUES (?1, ?2, ?3) "
-                    "ON CONFLICT (section, key) DO UPDATE SET value = excluded.value");
-    // A section and its sub-sections ("A\..."), found in the primary key's range from "A"
-    // up to "A]", "]" being the character after "\": a test of each name's start would
-    // read the whole table. Names such as "A[" in the range are left by the condition.
-    m_remove = prepare("DELETE FROM settings WHERE section >= ?1 AND section < ?1 || ']' "
-                       "AND (section = ?1 OR section >= ?1 || '\\')");
-    m_keys = prepare("SELECT key FROM settings WHERE section = ?1");
-    m_sections = prepare("SELECT DISTINCT section FROM settings ORDER BY section");
-    m_values = prepare("SELECT key, value FROM settings WHERE section = ?1");
+    if (!createSchema()) return false;
+    m_get = prepare("SELECT value FROM settings WHERE section_fold = ?1 AND key_fold = ?2");
+    m_set = prepare("INSERT INTO settings VALUES (?1, ?2, ?3, ?4, ?5) "
+                    "ON CONFLICT (section_fold, key_fold) DO UPDATE SET value = excluded.value");
+    // A section and its sub-sections ("a\..."), found in the primary key's range from "a"
+    // up to "a]", "]" being the character after "\": a test of each name's start would
+    // read the whole table. Names such as "a[" in the range are left by the condition.
+    m_remove = prepare("DELETE FROM settings WHERE section_fold >= ?1 AND section_fold < ?1 || ']' "
+                       "AND (section_fold = ?1 OR section_fold >= ?1 || '\\')");
+    m_keys = prepare("SELECT key FROM settings WHERE section_fold = ?1");
+    m_sections = prepare("SELECT min(section) FROM settings GROUP BY section_fold "
+                         "ORDER BY section_fold");
+    m_values = prepare("SELECT key, value FROM settings WHERE section_fold = ?1");
     return m_get && m_set && m_remove && m_keys && m_sections && m_values;
+}
+
+bool SqliteSettings::createSchema()
+{
+    const int version = pragmaValue("PRAGMA user_version");
+    const bool firstForm =
+        version == 0 &&
+        pragmaValue("SELECT count(*) FROM pragma_table_info('settings') "
+                    "WHERE name = 'section_fold'") == 0 &&
+        pragmaValue("SELECT count(*) FROM sqlite_master WHERE name = 'settings'") == 1;
+    if (firstForm) {
+        const bool moved =
+            sqlite3_exec(m_db, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) == SQLITE_OK &&
+            sqlite3_exec(m_db, kUpgradeFromFirstForm, nullptr, nullptr, nullptr) == SQLITE_OK;
+        sqlite3_exec(m_db, moved ? "COMMIT" : "ROLLBACK", nullptr, nullptr, nullptr);
+        if (!moved) return false;
+        Log(QStringLiteral("Settings database moved to its folded-name form (SqliteSettings)"));
+    }
+    if (sqlite3_exec(m_db, kSchema, nullptr, nullptr, nullptr) != SQLITE_OK) return false;
+    const QByteArray setVersion = "PRAGMA user_version = " + QByteArray::number(kSchemaVersion);
+    return sqlite3_exec(m_db, setVersion.constData(), nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+int SqliteSettings::pragmaValue(const char *sql)
+{
+    sqlite3_stmt *stmt = prepare(sql);
+    if (!stmt) return -1;
+    const int value = sqlite3_step(stmt) == SQLITE_ROW ? sqlite3_column_int(stmt, 0) : -1;
+    sqlite3_finalize(stmt);
+    return value;
 }
 
 bool SqliteSettings::isSound()
@@ -150,29 +218,42 @@ QString SqliteSettings::value(const QString &section, const QString &key)
 {
     if (!m_db) return {};
     Execution run(m_get);
-    run.bind(1, section);
-    run.bind(2, key);
+    run.bindKept(1, sectionBytes(section).folded);
+    run.bindName(2, key);
     return sqlite3_step(m_get) == SQLITE_ROW ? columnText(m_get, 0) : QString();
 }
 
 bool SqliteSettings::setValue(const QString &section, const QString &key, const QString &value)
 {
     if (!m_db) return false;
+    const SectionBytes &bytes = sectionBytes(section);
     Execution run(m_set);
-    run.bind(1, section);
-    run.bind(2, key);
-    run.bind(3, value);
+    run.bindKept(1, bytes.folded);
+    run.bindName(2, key);
+    run.bindKept(3, bytes.utf8);
+    run.bind(4, key);
+    run.bind(5, value);
     if (sqlite3_step(m_set) == SQLITE_DONE) return true;
     Log(QStringLiteral("Settings write %1/%2 failed: %3 (SqliteSettings)")
             .arg(section, key, QString::fromUtf8(sqlite3_errmsg(m_db))));
     return false;
 }
 
+const SqliteSettings::SectionBytes &SqliteSettings::sectionBytes(const QString &section)
+{
+    if (section != m_section.name || m_section.utf8.isNull()) {
+        m_section.name = section;
+        m_section.utf8 = section.toUtf8();
+        m_section.folded = folded(section);
+    }
+    return m_section;
+}
+
 bool SqliteSettings::removeSection(const QString &section)
 {
     if (!m_db || section.isEmpty()) return false;
     Execution run(m_remove);
-    run.bind(1, section);
+    run.bindName(1, section);
     return sqlite3_step(m_remove) == SQLITE_DONE;
 }
 
@@ -181,7 +262,7 @@ QStringList SqliteSettings::keys(const QString &section)
     QStringList result;
     if (!m_db) return result;
     Execution run(m_keys);
-    run.bind(1, section);
+    run.bindName(1, section);
     while (sqlite3_step(m_keys) == SQLITE_ROW)
         result << columnText(m_keys, 0);
     return result;
@@ -192,7 +273,7 @@ QList<std::pair<QString, QString>> SqliteSettings::values(const QString &section
     QList<std::pair<QString, QString>> result;
     if (!m_db) return result;
     Execution run(m_values);
-    run.bind(1, section);
+    run.bindName(1, section);
     // The file stores UTF-8: reading it as such spares SQLite a conversion of every row.
     const auto utf8 = [this](int column) {
         return QString::fromUtf8(

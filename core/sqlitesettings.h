@@ -3,6 +3,9 @@
 
 #include "core/settingsstore.h"
 
+#include <QByteArray>
+#include <QString>
+
 struct sqlite3;
 struct sqlite3_stmt;
 
@@ -32,8 +35,20 @@ public:
 private:
     bool openFile(const QString &file);
     bool isSound();
+    // Creates the table, or brings a file of an earlier form up to this one.
+    bool createSchema();
+    // The first column of the first row of a query; -1 when it fails.
+    int pragmaValue(const char *sql);
     void closeDb();
     sqlite3_stmt *prepare(const char *sql);
+    // The section of the last access in the two forms a statement binds. Readers and
+    // writers walk one section at a time, so its conversion is done once for a run of keys.
+    struct SectionBytes {
+        QString name;
+        QByteArray folded;
+        QByteArray utf8;
+    };
+    const SectionBytes &sectionBytes(const QString &section);
 
     QString m_file;
     sqlite3 *m_db = nullptr;
@@ -45,6 +60,7 @@ private:
     int m_batchDepth = 0;
     bool m_inTransaction = false;
     sqlite3_stmt *m_values = nullptr;
+    SectionBytes m_section;
 };
 
 } // namespace Tarnby

@@ -160,6 +160,18 @@ void SwitchToLastStation()
         call(hooks().refreshInterface);
 }
 
+bool SwapCityCodes()
+{
+    const StationEntry current = ReadSelection();
+    const StationEntry previous = ReadSelection(true);
+    if (previous.Code.isEmpty()) return false;
+    writeSelection(previous, false);
+    writeSelection(current, true);
+    saveSelectionValue("CheckedZipCode", QStringLiteral("False"));
+    CopySelectionToProcess();
+    return true;
+}
+
 bool SetWeatherStationByCode(const QString &code)
 {
     if (code.isEmpty()) return false;
@@ -178,6 +190,24 @@ bool SetWeatherStationByCode(const QString &code)
 QString StationGroup()
 {
     return StationGroup(process().StationType);
+}
+
+QString StationWebPage()
+{
+    const ProcessValues &values = process();
+    const QString group = StationGroup();
+    if (group == QStringLiteral("WUnderground"))
+        return HostUrl(Host::Wunderground) +
+               (values.CityCode.size() == 4 ? QStringLiteral("/weather/")
+                                            : QStringLiteral("/dashboard/pws/")) +
+               values.CityCode;
+    if (group == QStringLiteral("NWS"))
+        return HostUrl(Host::NwsForecast) + QStringLiteral("/MapClick.php?lat=") + values.Latitude +
+               QStringLiteral("&lon=") + values.Longitude;
+    if (group == QStringLiteral("CWOP"))
+        return HostUrl(Host::CwopStationInfo) + QStringLiteral("/site/search?site=") +
+               values.CityCode + QStringLiteral("&Get+information=Get+information");
+    return HostUrl(Host::WeatherBug) + QStringLiteral("/common/jump.aspx?stat=") + values.CityCode;
 }
 
 int StationGroupNumber()
@@ -221,24 +251,6 @@ void RepairPostalCode(const PostalCodeLookups &lookups)
         if (isNumeric(found) && found != QLatin1String("0"))
             storeRepairedPostalCode(found, QStringLiteral("0"));
     }
-}
-
-QString StationWebPage()
-{
-    const QString group = StationGroup();
-    const QString code = process().CityCode;
-    if (group == u"WUnderground")
-        return HostUrl(Host::Wunderground) +
-               (code.size() == 4 ? QStringLiteral("/weather/")
-                                 : QStringLiteral("/dashboard/pws/")) +
-               code;
-    if (group == u"NWS")
-        return HostUrl(Host::NwsForecast) + QStringLiteral("/MapClick.php?lat=%1&lon=%2")
-                                                .arg(process().Latitude, process().Longitude);
-    if (group == u"CWOP")
-        return HostUrl(Host::CwopStationInfo) +
-               QStringLiteral("/site/search?site=%1&Get+information=Get+information").arg(code);
-    return HostUrl(Host::WeatherBug) + QStringLiteral("/common/jump.aspx?stat=") + code;
 }
 
 } // namespace Tarnby

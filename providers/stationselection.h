@@ -46,6 +46,10 @@ bool ChangeWeatherStation(const QString &entry);
 // retrieves (or, where the scheduler forbids it, only refreshes the interface). Does
 // nothing without a previous station or when it has the current code.
 void SwitchToLastStation();
+// SwapCityCodes: exchanges the selection with the Last* keys (a second call swaps
+// back) and marks the postal code as unchecked. False, changing nothing, when there is
+// no previous station. The caller starts the retrieval that follows.
+bool SwapCityCodes();
 // Selects the first saved station whose code equals the given one exactly. True when
 // one was found; otherwise the selection stays. The Last* keys are not touched.
 bool SetWeatherStationByCode(const QString &code);
@@ -56,9 +60,9 @@ QString StationGroup();
 int StationGroupNumber();
 bool IsInternational();
 
-// The web page of the selected station, by its family: the WeatherBug jump page, the
-// Weather Underground dashboard (or the weather page of a four-letter airport code), the
-// NWS forecast page at the station's position or the CWOP site's station search.
+// The address of the selected station's web page, by its family: the WeatherBug jump
+// page, the Weather Underground dashboard (or airport page for a four-character code),
+// the NWS forecast page of its position, or its page on the CWOP station site.
 QString StationWebPage();
 
 // The name shown for the current station. When the service reports that it answers

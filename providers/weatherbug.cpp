@@ -7,7 +7,7 @@
 #include "derive/dates.h"
 #include "derive/numberformat.h"
 #include "providers/conditions.h"
-#include "providers/observationdatabase.h"
+#include "providers/livereading.h"
 #include "providers/readingrules.h"
 #include "providers/textcutters.h"
 #include "retrieval/fetch.h"
@@ -127,171 +127,49 @@ void save(const QString &key, const QString &value)
     SaveCache(kCurrentSection, key, value);
 }
 
-QString orNotAvailable(const QString &value)
-{
-    return value.isEmpty() ? kNotAvailable : value;
-}
-
-// The number characters of a document value, else the cached value of the key.
-QString numberOrCached(const QString &property, const QString &key)
-{
-    const QString number = KeepNumberCharacters(property);
-    return isNumeric(number) ? number : cached(key);
-}
-
-// How each reading of the observation reaches the cache and the argument list.
-enum class Row {
-    Reading,
-    DayHigh,
-    DayLow,
-    DewPoint,
-    Humidity,
-    HumidityHigh,
-    HumidityLow,
-    Plain,
-    Direction
-};
-
-struct LiveRow {
-    Slot slot;
+// The slot of each live row of the argument list.
+struct RowSlot {
     const char *key;
-    Row row;
-    ReadingRule rule = ReadingRule::Temperature;
+    Slot slot;
 };
 
-// The order is the skins' contract: they read the argument list by place.
-constexpr LiveRow kLiveRows[] = {
-    {Slot::Temperature, "temp", Row::Reading},
-    {Slot::TemperatureHigh, "temp-high", Row::DayHigh},
-    {Slot::TemperatureLow, "temp-low", Row::DayLow},
-    {Slot::FeelsLike, "feels-like", Row::Reading},
-    {Slot::TemperatureRate, "temp-rate", Row::Reading, ReadingRule::Rate},
-    {Slot::WetBulbTemperature, "wet-bulb", Row::Reading},
-    {Slot::DewPoint, "dew-point", Row::DewPoint},
-    {Slot::Humidity, "humidity", Row::Humidity},
-    {Slot::HumidityHigh, "humidity-high", Row::HumidityHigh},
-    {Slot::HumidityLow, "humidity-low", Row::HumidityLow},
-    {Slot::HumidityRate, "humidity-rate", Row::Plain},
-    {Slot::RainDaily, "rain-today", Row::Reading, ReadingRule::Rain},
-    {Slot::RainRate, "rain-rate", Row::Reading, ReadingRule::Rain},
-    {Slot::RainRateMax, "rain-rate-max", Row::Reading, ReadingRule::Rain},
-    {Slot::RainMonthly, "rain-month", Row::Reading, ReadingRule::Rain},
-    {Slot::WindDirection, "wind-direction", Row::Direction},
-    {Slot::WindDirectionAvg, "wind-direction-avg", Row::Direction},
-    {Slot::WindSpeed, "wind-speed", Row::Reading, ReadingRule::Wind},
-    {Slot::WindSpeedAvg, "wind-speed-avg", Row::Reading, ReadingRule::Wind},
-    {Slot::WindGustDirectionHourly, "gust-direction", Row::Direction},
-    {Slot::WindGustSpeedHourly, "gust-speed", Row::Reading, ReadingRule::Wind},
-    {Slot::Pressure, "pressure", Row::Reading, ReadingRule::Pressure},
-    {Slot::PressureHigh, "pressure-high", Row::Reading, ReadingRule::Pressure},
-    {Slot::PressureLow, "pressure-low", Row::Reading, ReadingRule::Pressure},
-    {Slot::PressureRate, "pressure-rate", Row::Reading, ReadingRule::Pressure},
+constexpr RowSlot kRowSlots[] = {
+    {"temp", Slot::Temperature},
+    {"temp-high", Slot::TemperatureHigh},
+    {"temp-low", Slot::TemperatureLow},
+    {"feels-like", Slot::FeelsLike},
+    {"temp-rate", Slot::TemperatureRate},
+    {"wet-bulb", Slot::WetBulbTemperature},
+    {"dew-point", Slot::DewPoint},
+    {"humidity", Slot::Humidity},
+    {"humidity-high", Slot::HumidityHigh},
+    {"humidity-low", Slot::HumidityLow},
+    {"humidity-rate", Slot::HumidityRate},
+    {"rain-today", Slot::RainDaily},
+    {"rain-rate", Slot::RainRate},
+    {"rain-rate-max", Slot::RainRateMax},
+    {"rain-month", Slot::RainMonthly},
+    {"wind-direction", Slot::WindDirection},
+    {"wind-direction-avg", Slot::WindDirectionAvg},
+    {"wind-speed", Slot::WindSpeed},
+    {"wind-speed-avg", Slot::WindSpeedAvg},
+    {"gust-direction", Slot::WindGustDirectionHourly},
+    {"gust-speed", Slot::WindGustSpeedHourly},
+    {"pressure", Slot::Pressure},
+    {"pressure-high", Slot::PressureHigh},
+    {"pressure-low", Slot::PressureLow},
+    {"pressure-rate", Slot::PressureRate},
 };
 
-class ObservationWriter
+// A Pulse observation has every row; a value it lacks is "NA" and the pipeline keeps
+// the cached one.
+LiveValueSource stationValues(const clsWeatherBugStation &station)
 {
-public:
-    ObservationWriter(const clsWeatherBugStation &station, const QDate &day)
-        : m_station(station), m_day(day)
-    {
-    }
-
-    void write(const LiveRow &row, RealtimeArguments &arguments);
-
-private:
-    QString property(const LiveRow &row) const;
-    QString dayExtreme(const LiveRow &row, bool highest) const;
-    void writePlain(const QString &key, const QString &value, RealtimeArguments &arguments);
-    void writeDirection(const LiveRow &row, RealtimeArguments &arguments);
-    void addCachedDewPointExtremes(RealtimeArguments &arguments) const;
-
-    const clsWeatherBugStation &m_station;
-    QDate m_day;
-    QString m_humidity;
-};
-
-QString ObservationWriter::property(const LiveRow &row) const
-{
-    return m_station.value(row.slot);
-}
-
-QString ObservationWriter::dayExtreme(const LiveRow &row, bool highest) const
-{
-    const QString number = numberOrCached(property(row), QLatin1String(row.key));
-    if (isNumeric(number)) return number;
-    ObservationDatabase &database = observationDatabase();
-    if (!database.exists()) return number;
-    return highest ? database.GetHighTempFromDatabase(m_day)
-                   : database.GetLowTempFromDatabase(m_day);
-}
-
-void ObservationWriter::writePlain(const QString &key, const QString &value,
-                                   RealtimeArguments &arguments)
-{
-    const QString written = orNotAvailable(value);
-    save(key, written);
-    arguments.add(written);
-}
-
-// A direction is written only when the document has one; the list then shows the
-// cached direction instead.
-void ObservationWriter::writeDirection(const LiveRow &row, RealtimeArguments &arguments)
-{
-    const QString key = QLatin1String(row.key);
-    const QString direction = CompassWord(property(row));
-    // "NA" is the text cutters' word for a key the document lacks.
-    if (direction.isEmpty() || direction == kNotAvailable || direction == QStringLiteral("NA")) {
-        arguments.add(cached(key));
-        return;
-    }
-    save(key, direction);
-    arguments.add(direction);
-}
-
-void ObservationWriter::addCachedDewPointExtremes(RealtimeArguments &arguments) const
-{
-    for (const char *key : {"dew-point-high", "dew-point-low"})
-        arguments.add(ReadingRule::Temperature,
-                      ApplyReadingRule(ReadingRule::Temperature, cached(QLatin1String(key))));
-}
-
-void ObservationWriter::write(const LiveRow &row, RealtimeArguments &arguments)
-{
-    const QString key = QLatin1String(row.key);
-    switch (row.row) {
-    case Row::Reading:
-        WriteReading(arguments, key, row.rule, numberOrCached(property(row), key));
-        break;
-    case Row::DayHigh:
-    case Row::DayLow:
-        WriteReading(arguments, key, row.rule, dayExtreme(row, row.row == Row::DayHigh));
-        break;
-    case Row::DewPoint:
-        WriteReading(arguments, key, row.rule, numberOrCached(property(row), key));
-        addCachedDewPointExtremes(arguments);
-        break;
-    case Row::Humidity: {
-        // A humidity of 0 is a sensor without a reading.
-        QString humidity = KeepNumberCharacters(property(row), QStringLiteral("Humidity"));
-        if (!isNumeric(humidity) || humidity == QStringLiteral("0")) humidity = cached(key);
-        m_humidity = WholeNumberText(humidity);
-        writePlain(key, m_humidity, arguments);
-        break;
-    }
-    case Row::HumidityHigh:
-    case Row::HumidityLow:
-        writePlain(key,
-                   ClampedHumidityBound(numberOrCached(property(row), key), m_humidity,
-                                        row.row == Row::HumidityHigh),
-                   arguments);
-        break;
-    case Row::Plain:
-        writePlain(key, numberOrCached(property(row), key), arguments);
-        break;
-    case Row::Direction:
-        writeDirection(row, arguments);
-        break;
-    }
+    return [&station](const QString &key) -> std::optional<QString> {
+        for (const RowSlot &row : kRowSlots)
+            if (key == QLatin1String(row.key)) return station.value(row.slot);
+        return std::nullopt;
+    };
 }
 
 // Whether a reading is to be dropped: it is older than the cached one, unless it is the
@@ -315,13 +193,6 @@ void writeStationKeys(const clsWeatherBugStation &station, const QString &observ
     save(QStringLiteral("station-provider-id"), station.StationProviderId());
 }
 
-// The time a skin shows beside the live values; the list quotes with "'".
-QString observedStamp(const QString &observedText)
-{
-    return FormatTime(observedText, false, false, true)
-        .replace(QStringLiteral("'"), QStringLiteral("\\'"));
-}
-
 QString writeObservation(const clsWeatherBugStation &station)
 {
     const std::optional<QDateTime> observed = observationTime(station.ObservationTimeUtc());
@@ -333,11 +204,9 @@ QString writeObservation(const clsWeatherBugStation &station)
     const QString observedText = generalDateText(*observed);
     writeStationKeys(station, observedText);
     RealtimeArguments arguments;
-    arguments.add(observedStamp(observedText));
+    arguments.add(ObservedStamp(observedText));
     arguments.add(observedText);
-    ObservationWriter writer(station, observed->date());
-    for (const LiveRow &row : kLiveRows)
-        writer.write(row, arguments);
+    WriteLiveRows(stationValues(station), observed->date(), arguments);
     StoreLastPressure();
     SaveObservation();
     return arguments.toString();

@@ -132,4 +132,8 @@ void ReadWeatherBugConditions(const QString &documentPath, bool newData, bool fo
 // runs even when the download failed.
 void BuildWeatherBugLinks(const QString &documentPath, bool newData, bool force);
 
+// The map links of the station's position (radar, satellite, temperature, lightning),
+// numbered for the tray's map menu; the links step of every family writes them.
+void BuildMapLinks();
+
 } // namespace Tarnby

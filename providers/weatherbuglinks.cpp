@@ -42,6 +42,27 @@ void saveNumbered(const QString &prefix, const QList<NamedLink> &links)
 
 } // namespace
 
+void BuildMapLinks()
+{
+    const QString web = HostUrl(Host::WeatherBug);
+    // The map page of the station's position; the radar layer covers the US alone.
+    const QString map = web + QStringLiteral("/maps/?lat=") + process().Latitude +
+                        QStringLiteral("&lon=") + process().Longitude;
+    const bool international =
+        IsInternational(GetPref(QStringLiteral("CityCode"), QStringLiteral("ZipCode")));
+    saveLink("URL-doppler", international ? QString() : map + QStringLiteral("&layer=radar"));
+    saveLink("URL-infrared", map + QStringLiteral("&layer=satellite"));
+    saveLink("URL-slmap", map + QStringLiteral("&layer=temperature"));
+    const QString mapByPosition = web + QStringLiteral("/maps/?lat=[LATITUDE]&lon=[LONGITUDE]");
+    QList<NamedLink> maps{
+        {"Lightning", HostUrl(Host::LightningMap) + QStringLiteral("/realtime?lang=en")}};
+    if (!international)
+        maps.append({"Doppler Radar", mapByPosition + QStringLiteral("&layer=radar")});
+    maps.append({"Satellite", mapByPosition + QStringLiteral("&layer=satellite")});
+    saveNumbered(QStringLiteral("Map"), maps);
+    SaveCache(QStringLiteral("LastUpdated"), kLinks, generalDateText(localNow()));
+}
+
 void BuildWeatherBugLinks(const QString &, bool, bool)
 {
     DelCache(kLinks);
@@ -52,26 +73,9 @@ void BuildWeatherBugLinks(const QString &, bool, bool)
     saveLink("URL-detailfcast", forecast);
     saveLink("URL-localconds", now);
 
-    // The map page of the station's position; the radar layer covers the US alone.
-    const QString map = web + QStringLiteral("/maps/?lat=") + process().Latitude +
-                        QStringLiteral("&lon=") + process().Longitude;
-    const bool international =
-        IsInternational(GetPref(QStringLiteral("CityCode"), QStringLiteral("ZipCode")));
-    saveLink("URL-doppler", international ? QString() : map + QStringLiteral("&layer=radar"));
-    saveLink("URL-infrared", map + QStringLiteral("&layer=satellite"));
-    saveLink("URL-slmap", map + QStringLiteral("&layer=temperature"));
-
-    const QString mapByPosition = web + QStringLiteral("/maps/?lat=[LATITUDE]&lon=[LONGITUDE]");
-    QList<NamedLink> maps{
-        {"Lightning", HostUrl(Host::LightningMap) + QStringLiteral("/realtime?lang=en")}};
-    if (!international)
-        maps.append({"Doppler Radar", mapByPosition + QStringLiteral("&layer=radar")});
-    maps.append({"Satellite", mapByPosition + QStringLiteral("&layer=satellite")});
-
     saveNumbered(QStringLiteral("Forecast"),
                  {{"Daily Forecast", forecast}, {"Current Conditions", now}, {"History", history}});
-    saveNumbered(QStringLiteral("Map"), maps);
-    SaveCache(QStringLiteral("LastUpdated"), kLinks, generalDateText(localNow()));
+    BuildMapLinks();
 }
 
 } // namespace Tarnby

@@ -1,6 +1,7 @@
 // Template expansion speed: the interface skin of about 150 KB over a full cache in the
 // SQLite store (target: a median of at most 5 ms), and templates made to be hard.
 
+#include "alerts/alertformat.h"
 #include "core/clock.h"
 #include "core/files.h"
 #include "core/processvalues.h"
@@ -8,6 +9,7 @@
 #include "core/weathercache.h"
 #include "derive/dates.h"
 #include "derive/units.h"
+#include "template/alerttokens.h"
 #include "template/expander.h"
 
 #include <QDir>
@@ -52,6 +54,7 @@ public:
         SavePref("CityCode", "City", "Ames, IA (Ames Municipal Airport)");
         SavePref("Skins", "Option1Splendid4", "blue");
         LoadConversionSettings();
+        setAlertTextSource(&AlertTokenText);
         const QString icons = m_dir.filePath("Skins/Icons/Shiny");
         QDir().mkpath(icons);
         for (int i = 0; i < 48; ++i)

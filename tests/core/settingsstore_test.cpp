@@ -6,6 +6,8 @@
 
 #include <QFile>
 
+#include <sqlite3.h>
+
 using namespace Tarnby;
 using Tarnby::Test::TestProfile;
 
@@ -184,3 +186,31 @@ TEST(CorruptStore, AnUnreadableDatabaseIsMovedAsideAndTheStoreStartsEmpty)
 }
 
 } // namespace
+
+// A file written by the first form of the store, which kept the names under SQLite's
+// NOCASE, keeps every value and its case-blind lookup.
+TEST(StoreUpgrade, AFileOfTheFirstFormKeepsItsValues)
+{
+    QTemporaryDir dir;
+    const QString file = dir.filePath("settings.sqlite");
+    {
+        sqlite3 *db = nullptr;
+        ASSERT_EQ(sqlite3_open(file.toUtf8().constData(), &db), SQLITE_OK);
+        ASSERT_EQ(sqlite3_exec(db,
+                               "CREATE TABLE settings (section TEXT NOT NULL COLLATE NOCASE,"
+                               " key TEXT NOT NULL COLLATE NOCASE, value TEXT NOT NULL,"
+                               " PRIMARY KEY (section, key)) WITHOUT ROWID;"
+                               "INSERT INTO settings VALUES ('CityCode', 'Code', 'KDSM'),"
+                               " ('Cache\\KDSM\\Current', 'temp', '72');",
+                               nullptr, nullptr, nullptr),
+                  SQLITE_OK);
+        sqlite3_close(db);
+    }
+    SqliteSettings store(file);
+    EXPECT_EQ(store.value("citycode", "CODE"), "KDSM");
+    EXPECT_EQ(store.value("CACHE\\kdsm\\current", "Temp"), "72");
+    EXPECT_EQ(store.sections(), QStringList({"Cache\\KDSM\\Current", "CityCode"}));
+    store.setValue("cache\\kdsm\\current", "TEMP", "73");
+    EXPECT_EQ(store.keys("Cache\\KDSM\\Current"), QStringList({"temp"}));
+    EXPECT_EQ(store.value("Cache\\KDSM\\Current", "temp"), "73");
+}

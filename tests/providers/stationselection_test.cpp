@@ -132,6 +132,20 @@ TEST_F(StationSelection, SwitchWithoutAnotherStationDoesNothing)
     EXPECT_EQ(calls, QStringList{"rate"});
 }
 
+TEST_F(StationSelection, SwapCityCodesExchangesAndNeedsOnlyALastCode)
+{
+    EXPECT_FALSE(SwapCityCodes());
+    ChangeWeatherStation(desMoines().toLine());
+    ChangeWeatherStation(ames().toLine());
+    SavePref("CityCode", "CheckedZipCode", "True");
+    calls.clear();
+    ASSERT_TRUE(SwapCityCodes());
+    expectSelection(desMoines());
+    EXPECT_EQ(ReadSelection(true), ames());
+    EXPECT_EQ(cityCode("CheckedZipCode"), "False");
+    EXPECT_TRUE(calls.isEmpty()); // the caller starts the retrieval
+}
+
 TEST_F(StationSelection, WorksWithoutHooks)
 {
     setStationSelectionHooks({});
@@ -190,6 +204,27 @@ TEST_F(StationSelection, GroupAndInternationalFollowTheSelection)
     ChangeWeatherStation(london.toLine());
     EXPECT_EQ(StationGroup(), "WUnderground");
     EXPECT_TRUE(IsInternational());
+}
+
+TEST_F(StationSelection, WebPageByFamily)
+{
+    const std::pair<StationEntry, const char *> cases[] = {
+        {{"Ames", "KAMW", "50010", "42.0", "-93.6", "NWS"},
+         "https://forecast.weather.gov/MapClick.php?lat=42.0&lon=-93.6"},
+        {{"Ames", "KIAAMES12", "50010", "42.0", "-93.6", "PWS (WUnderground)"},
+         "https://www.wunderground.com/dashboard/pws/KIAAMES12"},
+        {{"Ames", "KAMW", "50010", "42.0", "-93.6", "NWS (WUnderground)"},
+         "https://www.wunderground.com/weather/KAMW"},
+        {{"Ames", "C1234", "50010", "42.0", "-93.6", "CWOP"},
+         "https://weather.gladstonefamily.net/site/"
+         "search?site=C1234&Get+information=Get+information"},
+        {{"Ames", "AMSHS", "50010", "42.0", "-93.6", ""},
+         "https://www.weatherbug.com/common/jump.aspx?stat=AMSHS"},
+    };
+    for (const auto &[station, page] : cases) {
+        ChangeWeatherStation(station.toLine());
+        EXPECT_EQ(StationWebPage(), page) << station.StationType.toStdString();
+    }
 }
 
 class StationDisplayName : public StationSelection
@@ -313,46 +348,5 @@ TEST_F(PostalCodeRepair, ZeroAnswerOrOtherFamilyKeepsZero)
     EXPECT_TRUE(asked.isEmpty());
     EXPECT_EQ(cityCode("ZipCode"), "0");
 }
-
-} // namespace
-
-namespace
-{
-
-struct WebPageCase {
-    const char *type;
-    const char *code;
-    const char *expected;
-};
-
-class StationWebPageTest : public ProfileTest, public ::testing::WithParamInterface<WebPageCase>
-{
-};
-
-TEST_P(StationWebPageTest, FollowsTheStationsFamily)
-{
-    const WebPageCase &c = GetParam();
-    SavePref("Hosts", "Override", "http://127.0.0.1:9");
-    SavePref("CityCode", "StationType", c.type);
-    process().StationType = c.type;
-    process().CityCode = c.code;
-    process().Latitude = "47.26";
-    process().Longitude = "-122.57";
-    EXPECT_EQ(StationWebPage(), c.expected);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Families, StationWebPageTest,
-    ::testing::Values(
-        WebPageCase{"", "p12345", "http://127.0.0.1:9/wb-web/common/jump.aspx?stat=p12345"},
-        WebPageCase{"PWS (WUnderground)", "KWATACOM12",
-                    "http://127.0.0.1:9/wu-web/dashboard/pws/KWATACOM12"},
-        // a four-letter code is an airport, which has a weather page instead
-        WebPageCase{"ICAO (WUnderground)", "KTIW", "http://127.0.0.1:9/wu-web/weather/KTIW"},
-        WebPageCase{"NWS", "KTIW",
-                    "http://127.0.0.1:9/nws-forecast/MapClick.php?lat=47.26&lon=-122.57"},
-        WebPageCase{"CWOP", "C1234",
-                    "http://127.0.0.1:9/cwop-info/site/search?site=C1234"
-                    "&Get+information=Get+information"}));
 
 } // namespace

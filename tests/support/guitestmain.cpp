@@ -1,5 +1,5 @@
-// The main() of the test programs that open windows: a QApplication, and an embedded
-// browser that runs without a GPU and, for root, without its sandbox.
+// The main() of the desktop tests: a QApplication (widgets, tray icons, the browser
+// engine), then GoogleTest.
 #include <QApplication>
 #include <QStandardPaths>
 
@@ -8,8 +8,7 @@
 int main(int argc, char **argv)
 {
     QStandardPaths::setTestModeEnabled(true);
-    if (qEnvironmentVariableIsEmpty("QTWEBENGINE_CHROMIUM_FLAGS"))
-        qputenv("QTWEBENGINE_CHROMIUM_FLAGS", "--no-sandbox --disable-gpu");
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication app(argc, argv);
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();

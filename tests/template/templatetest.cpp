@@ -1,9 +1,11 @@
 #include "tests/template/templatetest.h"
 
+#include "alerts/alertformat.h"
 #include "core/processvalues.h"
 #include "core/weathercache.h"
 #include "derive/dates.h"
 #include "derive/units.h"
+#include "template/alerttokens.h"
 #include "template/expander.h"
 
 #include <QTimeZone>
@@ -32,11 +34,14 @@ void TemplateTest::SetUp()
     LoadDatePatterns(QLocale(QLocale::English, QLocale::UnitedStates));
     conversionOptions() = ConversionOptions{};
     process().CityCode = QStringLiteral("KAMW");
+    // The program reads the alert tokens through the alert formatters.
+    setAlertTextSource(&AlertTokenText);
 }
 
 void TemplateTest::TearDown()
 {
     setClock(nullptr);
+    setAlertTextSource(nullptr);
 }
 
 void TemplateTest::cache(const QString &section, const QString &key, const QString &value)

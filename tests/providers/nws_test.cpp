@@ -1,0 +1,193 @@
+#include "providers/nwsstation.h"
+
+#include "providers/discovery.h"
+#include "tests/providers/fakedatabase.h"
+#include "tests/providers/livereadingtest.h"
+#include "tests/retrieval/scriptedchildren.h"
+
+using namespace Tarnby;
+using namespace Tarnby::Test;
+
+namespace
+{
+
+class NwsTest : public LiveReadingTest
+{
+protected:
+    NwsTest()
+    {
+        selectStation(QStringLiteral("KTIW"), QStringLiteral("47.2675"),
+                      QStringLiteral("-122.57611"));
+        process().StationType = QStringLiteral("NWS");
+    }
+
+    void answerWith(const QString &relativePath) { answer = readDataFile(relativePath); }
+
+    QString answer;
+    ScriptedChildren children{[this](const QString &) { return ChildReply::answer("0", answer); }};
+};
+
+TEST_F(NwsTest, NwsReportWritesTheExpectedKeys)
+{
+    loadCache(QStringLiteral("Current/rain-today=0.12\nCurrent/temp-rate=1.5\n"));
+    answerWith(QStringLiteral("metar/nws-obs-latest-KTIW-2021-09-18.json"));
+    const QString arguments = UpdateNwsConditions();
+    ASSERT_EQ(children.launches.size(), 1);
+    EXPECT_EQ(children.launches[0].url,
+              "https://api.weather.gov/stations/KTIW/observations/current");
+    expectGoldenFile(QStringLiteral("nws/ktiw.update.expected"), dumpCache(arguments));
+}
+
+TEST_F(NwsTest, MesoWestSourceTakesTheLastReportOfTheSeries)
+{
+    process().NwsSource = QStringLiteral("mesowest");
+    SavePref("Misc", "MesoWestToken", "feedc0de");
+    process().UnitVis = QStringLiteral("km");
+    answerWith(QStringLiteral("nws/mesowest-timeseries-MADE-UP.json"));
+    EXPECT_FALSE(UpdateNwsConditions().isEmpty());
+    ASSERT_EQ(children.launches.size(), 1);
+    EXPECT_EQ(children.launches[0].url,
+              "https://api.mesowest.net/v2/stations/timeseries?stid=KTIW&recent=11520"
+              "&obtimezone=local&complete=1&hfmetars=1&token=feedc0de");
+    EXPECT_EQ(current("temp"), "28.4");
+    EXPECT_EQ(current("gust-speed"), "21");
+    EXPECT_EQ(current("gust-direction"), "SSW");
+    EXPECT_EQ(current("description"), "Light Snow, Mist");
+    EXPECT_TRUE(current("image-icon").endsWith("/snow?size=medium"));
+    EXPECT_EQ(current("visibility"), "0.5");
+    EXPECT_EQ(current("visibilityC"), "0.8");
+}
+
+TEST_F(NwsTest, DayExtremesComeFromTheDatabase)
+{
+    FakeDatabase database;
+    database.high = "61";
+    database.low = "44";
+    answerWith(QStringLiteral("metar/nws-obs-latest-KTIW-2021-09-18.json"));
+    UpdateNwsConditions();
+    EXPECT_EQ(current("temp-high"), "61");
+    EXPECT_EQ(current("temp-low"), "44");
+    EXPECT_EQ(database.rows.size(), 1);
+}
+
+TEST_F(NwsTest, BrokenAnswersLeaveTheCacheAndCountAFailure)
+{
+    const QString before = QStringLiteral("Current/temp=50\nLastUpdated/CurrentTimeStamp=x\n");
+    for (const QString &document :
+         {readDataFile("nws/nws-obs-D7094-CWOP-empty-rawMessage-2021.json"),
+          QStringLiteral("<html><body>502 Bad Gateway</body></html>"), QString(),
+          QStringLiteral("{\"rawMessage\": \"KTIW AUTO 22007KT")}) {
+        loadCache(before);
+        answer = document;
+        EXPECT_TRUE(UpdateNwsConditions().isEmpty());
+        EXPECT_EQ(current("temp"), "50");
+        EXPECT_EQ(GetCache("LastUpdated", "CurrentTimeStamp"), "x");
+    }
+    EXPECT_EQ(process().RealtimeErrorCount, 4);
+}
+
+TEST_F(NwsTest, OnlyCodesBeginningWithKAreAskedFor)
+{
+    selectStation(QStringLiteral("PANC"), QStringLiteral("61.17"), QStringLiteral("-150.02"));
+    EXPECT_TRUE(UpdateNwsConditions().isEmpty());
+    EXPECT_TRUE(children.launches.isEmpty());
+}
+
+TEST_F(NwsTest, ReportFetchers)
+{
+    const clsNwsStation station;
+    answerWith(QStringLiteral("metar/tgftp-KMSN-2023-01-13.TXT"));
+    EXPECT_TRUE(station.GetNoaaMetar("KMSN").startsWith("KMSN "));
+    EXPECT_EQ(children.launches.last().url,
+              "https://tgftp.nws.noaa.gov/data/observations/metar/stations/KMSN.TXT");
+    answer = QStringLiteral("2023/01/13 15:53");
+    EXPECT_EQ(station.GetNoaaMetar("KMSN"), "");
+
+    answerWith(QStringLiteral("nws/wrh-getobext-MADE-UP.html"));
+    EXPECT_EQ(station.GetMetar("KSFO"),
+              "METAR KSFO 151856Z 28012KT 10SM FEW008 14/09 A3001 RMK AO2");
+    EXPECT_EQ(station.GetMetar("KOAK"), "");
+
+    answer = QStringLiteral("<?xml version=\"1.0\"?><ob><variable var=\"T\" value=\"50\"/></ob>\n"
+                            "<!-- served in 0.1 s -->");
+    EXPECT_TRUE(station.GetXml("KSLC").endsWith("</ob>"));
+    answer = QStringLiteral("<ob><variable");
+    EXPECT_EQ(station.GetXml("KSLC"), "");
+}
+
+TEST_F(NwsTest, StationsAroundAPoint)
+{
+    const clsNwsStation station;
+    answerWith(QStringLiteral("nws/nws-gridpoints-stations-DVN-30-86-CedarRapids.json"));
+    const QList<clsWxStation> all = station.GetWeatherStations("41.9", "-91.7");
+    EXPECT_EQ(children.launches.last().url, "https://api.weather.gov/points/41.9,-91.7/stations");
+    ASSERT_EQ(all.size(), 47);
+    EXPECT_EQ(all[0].Id(), "KCID");
+    EXPECT_EQ(all[0].latitude(), "41.88295");
+    EXPECT_EQ(all[0].longitude(), "-91.72456");
+    EXPECT_EQ(all[0].StationType(), "NWS");
+    EXPECT_EQ(all[0].Country(), "US");
+
+    const QList<clsWxStation> near =
+        station.GetWeatherStationsNearPoint("41.9", "-91.7", "42.0", "-92.0", "41.8", "-91.5");
+    EXPECT_EQ(children.launches.last().url, "https://api.weather.gov/points/41.9%2C-91.7/stations");
+    ASSERT_FALSE(near.isEmpty());
+    EXPECT_LT(near.size(), all.size());
+    for (const clsWxStation &found : near)
+        EXPECT_TRUE(
+            IsInsideBounds("42.0", "-92.0", "41.8", "-91.5", found.latitude(), found.longitude()));
+
+    answer = QStringLiteral("{\"features\": []}");
+    EXPECT_TRUE(station.GetWeatherStationsNearPoint("1", "2", "3", "0", "0", "3").isEmpty());
+}
+
+TEST(NwsValues, ReadJsonQuantityConvertsByUnit)
+{
+    const QString tiw = readDataFile("metar/nws-obs-latest-KTIW-2021-09-18.json");
+    EXPECT_EQ(ReadJsonQuantity(tiw, "temperature", "F"), "53.1");
+    EXPECT_EQ(ReadJsonQuantity(tiw, "windSpeed", "mph"), "12.96"); // km_h-1 has no rule
+    const QString sua = readDataFile("metar/nws-obs-latest-KSUA-2021-ldjson.json");
+    EXPECT_EQ(ReadJsonQuantity(sua, "temperature", "F"), "69.8");
+    EXPECT_EQ(ReadJsonQuantity(sua, "barometricPressure", "in"), "29.98");
+    // The conversions keep the pictures' trailing decimal mark.
+    EXPECT_EQ(ReadJsonQuantity(sua, "visibility", "mi"), "10.");
+    const QString pwm = readDataFile("metar/nws-obs-latest-KPWM-2019.json");
+    EXPECT_EQ(ReadJsonQuantity(pwm, "windSpeed", "mph"), "0.");
+    EXPECT_EQ(ReadJsonQuantity("{\"heatIndex\": {\"value\": null, \"unitCode\": \"unit:degC\"}}",
+                               "heatIndex", "F"),
+              "null");
+    EXPECT_EQ(ReadJsonQuantity("{}", "temperature", "F"), "");
+}
+
+TEST(NwsValues, IconNameByFirstFittingWord)
+{
+    const std::pair<const char *, const char *> cases[] = {
+        {"Clear", "skc"},
+        {"Mostly Clear", "few"},
+        {"Partly Cloudy", "sct"},
+        {"Mostly Cloudy", "bkn"},
+        {"Overcast", "ovc"},
+        {"Light Snow, Mist", "snow"},
+        {"Haze", "haze"},
+        {"Blowing Sand", "dust"},
+        {"Funnel Cloud", "tornado"},
+        {"Freezing Fog", "fog"},
+        {"Thunderstorm Rain", "tsra_sct"},
+        {"Ice Pellets", "sleet"},
+        {"Light Drizzle", "rain"},
+        {"", "skc"},
+        {"Indefinite", "skc"},
+    };
+    for (const auto &[condition, name] : cases)
+        EXPECT_TRUE(GetNwsIconAddress(condition).contains(QStringLiteral("/") + name + "?"))
+            << condition << " -> " << GetNwsIconAddress(condition).toStdString();
+}
+
+TEST(NwsValues, InsideBoundsIncludesTheEdges)
+{
+    EXPECT_TRUE(IsInsideBounds("42", "-92", "41", "-91", "42", "-91"));
+    EXPECT_FALSE(IsInsideBounds("42", "-92", "41", "-91", "42.1", "-91.5"));
+    EXPECT_FALSE(IsInsideBounds("42", "-92", "41", "-91", "", "-91.5"));
+}
+
+} // namespace
