@@ -97,9 +97,10 @@ frmIface::frmIface(QWidget *parent) : QWidget(parent, Qt::Window | Qt::Frameless
     RetrievalProgress &progress = retrievalProgress();
     connect(&progress, &RetrievalProgress::progressBarShown, this,
             [this] { runOnPage(GuardedCall(QStringLiteral("displayProgressBar()"))); });
+    // The bar itself grows; its colour part (TB-ProgressBarColor) is the skin's matter.
     connect(&progress, &RetrievalProgress::progressBarWidthChanged, this,
             [this](const QString &width) {
-                WebBrowserSetWidth(QStringLiteral("TB-ProgressBarColor"), width);
+                WebBrowserSetWidth(QStringLiteral("TB-ProgressBar"), width);
             });
     connect(&progress, &RetrievalProgress::progressBarHidden, this, [this] {
         WebBrowserSetDisplay(QStringLiteral("TB-ProgressBar"), QStringLiteral("none"));
@@ -527,7 +528,14 @@ void frmIface::pageLoaded(QWebEngineView *browser, bool ok)
         m_loading = nullptr;
         return;
     }
-    // The new page is made ready underneath the old one, then raised.
+    // Out of the browser's event: making the page ready reads from it.
+    fireLater([this, browser] { swapIn(browser); });
+}
+
+// The new page is made ready underneath the old one, then raised.
+void frmIface::swapIn(QWebEngineView *browser)
+{
+    if (browser != m_loading) return;
     m_target = browser;
     preparePage();
     evaluate(QStringLiteral("true")); // the scripts above have run
@@ -561,7 +569,7 @@ void frmIface::preparePage()
 void frmIface::showProgressBar()
 {
     runOnPage(GuardedCall(QStringLiteral("displayProgressBar()")));
-    WebBrowserSetWidth(QStringLiteral("TB-ProgressBarColor"),
+    WebBrowserSetWidth(QStringLiteral("TB-ProgressBar"),
                        QString::number(runState().ProgressPercent) + u'%');
 }
 

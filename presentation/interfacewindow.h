@@ -156,6 +156,7 @@ private:
     void applySkin(const QString &skin);
     void placeWindow();
     void pageLoaded(QWebEngineView *browser, bool ok);
+    void swapIn(QWebEngineView *browser);
     void preparePage();
     void showPage(IfacePage page);
     void showProgressBar();

@@ -158,12 +158,12 @@ TEST_F(InterfaceWindow, ARunShowsItsProgressOnTheBar)
     runState().RetrievalRunning = true;
     emit retrievalProgress().progressBarShown();
     ReportProgress(5);
-    EXPECT_EQ(pageValue("document.getElementById('TB-ProgressBarColor').style.width"), "25%");
+    EXPECT_EQ(pageValue("document.getElementById('TB-ProgressBar').style.width"), "25%");
     // A page loaded during the run shows the bar again where it stood.
     window->RefreshInterface(false, false);
     ASSERT_TRUE(waitForPage());
     EXPECT_EQ(window->WebBrowserGetDisplay("TB-ProgressBar"), "block");
-    EXPECT_EQ(pageValue("document.getElementById('TB-ProgressBarColor').style.width"), "25%");
+    EXPECT_EQ(pageValue("document.getElementById('TB-ProgressBar').style.width"), "25%");
     emit retrievalProgress().progressBarHidden();
     EXPECT_EQ(window->WebBrowserGetDisplay("TB-ProgressBar"), "none");
 }
