@@ -22,6 +22,7 @@
 #include <QCloseEvent>
 #include <QCursor>
 #include <QEventLoop>
+#include <QHash>
 #include <QScreen>
 #include <QStackedLayout>
 #include <QWebEngineScript>
@@ -55,19 +56,11 @@ QString elementScript(const QString &id, const QString &body)
            u')' + fallback + QStringLiteral(";") + body + QStringLiteral("})()");
 }
 
+// displayCurrent(), displayHour(), displayDay() or displayPop().
 QString pageFunction(IfacePage page)
 {
-    switch (page) {
-    case IfacePage::Hour:
-        return QStringLiteral("displayHour()");
-    case IfacePage::Day:
-        return QStringLiteral("displayDay()");
-    case IfacePage::Pop:
-        return QStringLiteral("displayPop()");
-    case IfacePage::Current:
-        break;
-    }
-    return QStringLiteral("displayCurrent()");
+    const QString name = page == IfacePage::Pop ? QStringLiteral("Pop") : PageName(page);
+    return QStringLiteral("display") + name + QStringLiteral("()");
 }
 
 QString observedStampScript()
@@ -187,13 +180,40 @@ void frmIface::RunAction(const QString &content)
 
 void frmIface::dispatch(const ActionRequest &request)
 {
+    // The actions that are one operation of the window, or one job for the timer.
+    static const QHash<IfaceAction, void (frmIface::*)()> operations{
+        {IfaceAction::LaunchLink, &frmIface::LaunchLink},
+        {IfaceAction::ShowCurrent, &frmIface::ShowCurrent},
+        {IfaceAction::ShowHourly, &frmIface::ShowHourly},
+        {IfaceAction::ShowDaily, &frmIface::ShowDaily},
+        {IfaceAction::ShowPop, &frmIface::ShowPop},
+        {IfaceAction::WindowDrag, &frmIface::WindowDrag},
+        {IfaceAction::WindowMinimize, &frmIface::WindowMinimize},
+        {IfaceAction::WindowResize, &frmIface::WindowResize},
+    };
+    static const QHash<IfaceAction, QString> jobs{
+        {IfaceAction::ShowMapMenu, QStringLiteral("LoadMapMenu")},
+        {IfaceAction::ShowStationMenu, QStringLiteral("LoadStationMenu")},
+        {IfaceAction::ShowOptions, QStringLiteral("LoadOptions")},
+        {IfaceAction::ShowLocal, QStringLiteral("LoadLocal")},
+        {IfaceAction::ShowMonthly, QStringLiteral("LoadMonthly")},
+    };
+    if (const auto operation = operations.value(request.action)) {
+        (this->*operation)();
+        return;
+    }
+    if (jobs.contains(request.action)) {
+        fireLater(jobs.value(request.action));
+        return;
+    }
+    dispatchOther(request);
+}
+
+void frmIface::dispatchOther(const ActionRequest &request)
+{
     switch (request.action) {
-    case IfaceAction::None:
-        Log(QStringLiteral("Unknown skin action (frmIface.RunAction)"));
-        break;
-    case IfaceAction::LaunchLink:
     case IfaceAction::LaunchNamed:
-        dispatchLaunch(request);
+        OpenLink(request.link, request.radar);
         break;
     case IfaceAction::NextNews:
     case IfaceAction::PreviousNews:
@@ -211,50 +231,12 @@ void frmIface::dispatch(const ActionRequest &request)
     case IfaceAction::SaveSingleSkinSetting:
         SaveSingleSkinOption(*this, m_skin, request.option);
         break;
-    case IfaceAction::ShowCurrent:
-        ShowCurrent();
-        break;
-    case IfaceAction::ShowHourly:
-        ShowHourly();
-        break;
-    case IfaceAction::ShowDaily:
-        ShowDaily();
-        break;
-    case IfaceAction::ShowPop:
-        ShowPop();
-        break;
     case IfaceAction::ShowAlerts:
-        ShowAlerts(false);
-        break;
     case IfaceAction::ShowAlertsMap:
-        ShowAlerts(true);
-        break;
-    case IfaceAction::ShowMapMenu:
-        fireLater(QStringLiteral("LoadMapMenu"));
-        break;
-    case IfaceAction::ShowStationMenu:
-        fireLater(QStringLiteral("LoadStationMenu"));
-        break;
-    case IfaceAction::ShowOptions:
-        fireLater(QStringLiteral("LoadOptions"));
-        break;
-    case IfaceAction::WindowDrag:
-        WindowDrag();
-        break;
-    case IfaceAction::WindowMinimize:
-        WindowMinimize();
-        break;
-    case IfaceAction::WindowResize:
-        WindowResize();
+        ShowAlerts(request.action == IfaceAction::ShowAlertsMap);
         break;
     case IfaceAction::LogError:
         Log(WebBrowserGetInnerHtml(QStringLiteral("TB-Error")) + QStringLiteral(" (skin)"));
-        break;
-    case IfaceAction::ShowLocal:
-        fireLater(QStringLiteral("LoadLocal"));
-        break;
-    case IfaceAction::ShowMonthly:
-        fireLater(QStringLiteral("LoadMonthly"));
         break;
     case IfaceAction::ToggleSection:
         showPage(NextSection(m_page));
@@ -262,15 +244,10 @@ void frmIface::dispatch(const ActionRequest &request)
     case IfaceAction::TogglePreviousSection:
         showPage(PreviousSection(m_page));
         break;
+    default:
+        Log(QStringLiteral("Unknown skin action (frmIface.RunAction)"));
+        break;
     }
-}
-
-void frmIface::dispatchLaunch(const ActionRequest &request)
-{
-    if (request.action == IfaceAction::LaunchLink)
-        LaunchLink();
-    else
-        OpenLink(request.link, request.radar);
 }
 
 void frmIface::fireLater(const QString &tag)

@@ -165,7 +165,7 @@ private:
     QVariant evaluate(const QString &script);
     void runOnPage(const QString &script);
     void dispatch(const ActionRequest &request);
-    void dispatchLaunch(const ActionRequest &request);
+    void dispatchOther(const ActionRequest &request);
     // IfaceEventFireTimer: a job by its tag ("UpdateWeather", "LoadOptions", ...) or a
     // job of its own, run from a zero-delay timer outside the browser's event.
     void fireLater(const QString &tag);
