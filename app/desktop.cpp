@@ -21,6 +21,8 @@
 #include <QMessageBox>
 #include <QTextStream>
 
+#include <unistd.h>
+
 namespace Tarnby
 {
 
@@ -44,6 +46,12 @@ void popUp(QMenu *menu, const QPoint &at)
 }
 
 } // namespace
+
+void PrepareBrowserEngine()
+{
+    if (::geteuid() == 0 && qEnvironmentVariableIsEmpty("QTWEBENGINE_DISABLE_SANDBOX"))
+        qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
+}
 
 Desktop::Desktop(Scheduler &scheduler, SingleInstance &instance, const StartupState &state)
 {

@@ -14,6 +14,10 @@ class Scheduler;
 class SingleInstance;
 struct StartupState;
 
+// Before the application object: the embedded browser refuses to start for root with
+// its sandbox on, so for root it runs without (as in containers and test machines).
+void PrepareBrowserEngine();
+
 class Desktop
 {
 public:

@@ -91,8 +91,7 @@ bool handOverToRunningInstance(SingleInstance &instance, const QString &line)
     return true;
 }
 
-#ifndef TARNBY_GUI
-// Without the window, the demo shows that the station's documents arrive: the latest
+// The demo shows on the console too that the station's documents arrive: the latest
 // observation, fetched through a helper process.
 void showDemoObservation(QTextStream &out)
 {
@@ -107,7 +106,6 @@ void showDemoObservation(QTextStream &out)
         out << "  " << m.captured(1) << ": " << m.captured(2) << Qt::endl;
     }
 }
-#endif
 
 // What the Weather cache of the station holds, section by section.
 void showCacheSummary(QTextStream &out)
@@ -124,6 +122,7 @@ void showCacheSummary(QTextStream &out)
 int main(int argc, char **argv)
 {
 #ifdef TARNBY_GUI
+    PrepareBrowserEngine();
     QApplication app(argc, argv);
 #else
     QCoreApplication app(argc, argv);
@@ -163,9 +162,8 @@ int main(int argc, char **argv)
     Scheduler scheduler(ProviderSchedulerHooks());
 #ifdef TARNBY_GUI
     Desktop desktop(scheduler, instance, state);
-#else
-    if (demoWanted) showDemoObservation(out);
 #endif
+    if (demoWanted) showDemoObservation(out);
     StartTimersAndFirstRetrieval(scheduler, state);
     showCacheSummary(out);
     out << "Running; Ctrl-C ends it." << Qt::endl;

@@ -476,6 +476,9 @@ void frmIface::ReloadWeatherData(bool fullReload)
 {
     const QString skin = ChooseInterfaceSkin();
     if (skin != m_skin) {
+        // Another skin opens at its own default size, not at the last skin's.
+        SavePref(kMisc, QStringLiteral("IfaceWidth"), QString());
+        SavePref(kMisc, QStringLiteral("IfaceHeight"), QString());
         applySkin(skin);
         placeWindow();
         fullReload = true;

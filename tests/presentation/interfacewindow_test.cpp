@@ -189,6 +189,8 @@ TEST_F(InterfaceWindow, TheSkinCanHoldItsPage)
 
 TEST_F(InterfaceWindow, ATextOnlySkinTakesNewPagesInItsBody)
 {
+    SavePref("Misc", "IfaceWidth", "700"); // the last skin's size
+    SavePref("Misc", "IfaceHeight", "500");
     installSkin("TextOnlyTest");
     window->RefreshInterface(false, false);
     ASSERT_TRUE(waitForPage()); // a new skin loads in full
