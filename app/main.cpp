@@ -1,4 +1,5 @@
-// tarnby: the desktop program. Until its windows exist it runs start-up headless,
+// tarnby: the desktop program. Built with the windows it shows the interface window
+// and runs retrievals on the timers; built without them it runs start-up headless,
 // reports what it did, and lives on as the one running instance until ended.
 //
 //   tarnby [--demo] [--profile DIR] [-i] [-id] [station=CODE] [monthlydb=PATH] [pid=N]
@@ -18,6 +19,11 @@
 #include "retrieval/hosts.h"
 #include "run/scheduler.h"
 
+#ifdef TARNBY_GUI
+#include "app/desktop.h"
+
+#include <QApplication>
+#endif
 #include <QCoreApplication>
 #include <QRegularExpression>
 #include <QSocketNotifier>
@@ -85,8 +91,8 @@ bool handOverToRunningInstance(SingleInstance &instance, const QString &line)
     return true;
 }
 
-// Until retrieval runs land in this program, the demo shows that the station's
-// documents arrive: the latest observation, fetched through a helper process.
+// The demo shows on the console too that the station's documents arrive: the latest
+// observation, fetched through a helper process.
 void showDemoObservation(QTextStream &out)
 {
     const QString url =
@@ -115,7 +121,12 @@ void showCacheSummary(QTextStream &out)
 
 int main(int argc, char **argv)
 {
+#ifdef TARNBY_GUI
+    PrepareBrowserEngine();
+    QApplication app(argc, argv);
+#else
     QCoreApplication app(argc, argv);
+#endif
     QCoreApplication::setApplicationName(QStringLiteral("Tarnby"));
     quitOnSignals(app); // also during start-up, whose retrieval pumps events
     QTextStream out(stdout);
@@ -148,9 +159,11 @@ int main(int argc, char **argv)
     out << "Tarnby " << ProgramVersion() << " started" << Qt::endl;
     for (const QString &done : state.done)
         out << "  " << done << Qt::endl;
-    if (demoWanted) showDemoObservation(out);
-
     Scheduler scheduler(ProviderSchedulerHooks());
+#ifdef TARNBY_GUI
+    Desktop desktop(scheduler, instance, state);
+#endif
+    if (demoWanted) showDemoObservation(out);
     StartTimersAndFirstRetrieval(scheduler, state);
     showCacheSummary(out);
     out << "Running; Ctrl-C ends it." << Qt::endl;

@@ -17,7 +17,7 @@ struct HostEntry {
     const char *loopbackPrefix;
 };
 
-constexpr std::array<HostEntry, 24> kHosts{{
+constexpr std::array<HostEntry, 25> kHosts{{
     {Host::Vendor, "Vendor", "https://service.tarnby.invalid", "/vendor"},
     {Host::VendorPlain, "VendorPlain", "http://www.tarnby.invalid", "/vendor-plain"},
     {Host::VendorDownloads, "VendorDownloads", "https://downloads.tarnby.invalid",
@@ -45,6 +45,7 @@ constexpr std::array<HostEntry, 24> kHosts{{
     {Host::RadarImages, "RadarImages", "https://radar.weather.gov", "/radar-images"},
     {Host::SatelliteImages, "SatelliteImages", "https://cdn.star.nesdis.noaa.gov",
      "/satellite-images"},
+    {Host::NwsWeb, "NwsWeb", "https://www.weather.gov", "/nws-web"},
 }};
 
 constexpr bool inEnumOrder()

@@ -29,6 +29,7 @@
 //   IpLocation          https://tools.keycdn.com                  /ip-location
 //   LightningMap        https://www.lightningmaps.org             /lightning
 //   Instagram           https://www.instagram.com                 /instagram
+//   NwsWeb              https://www.weather.gov                   /nws-web
 //
 // The vendor service has no public host: its defaults lie under the reserved name
 // ".invalid", which never resolves, so every vendor request fails at once and the
@@ -64,6 +65,7 @@ enum class Host {
     Instagram,           // opened in the browser
     RadarImages,         // the radar picture the map drawer fetches
     SatelliteImages,     // the satellite picture the map drawer fetches
+    NwsWeb,              // the NWS public web site, opened in the browser
 };
 
 // The base URL of a host in force: the loopback prefix when "Hosts"/"Override" is set,

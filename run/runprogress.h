@@ -20,7 +20,7 @@ signals:
     // The skin's "try {displayProgressBar()} catch(err){}", asked for when the interface
     // window is shown at the start of a run.
     void progressBarShown();
-    // The width of the element TB-ProgressBarColor, "<percent>%".
+    // The width of the progress bar, "<percent>%".
     void progressBarWidthChanged(const QString &width);
     void progressBarHidden();
     // The count of finished download slots changed (out of 10).
