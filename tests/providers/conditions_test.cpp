@@ -12,33 +12,24 @@ namespace
 
 using ConditionsTest = LiveReadingTest;
 
-struct RateCase {
-    const char *name;
-    QString rate, pressure, lastPressure, expected, trend;
-};
-
-class PressureRate : public LiveReadingTest, public ::testing::WithParamInterface<RateCase>
+TEST_F(ConditionsTest, PressureRateAndTrendWord)
 {
-};
-
-TEST_P(PressureRate, RateAndTrendWord)
-{
-    const RateCase &c = GetParam();
-    loadCache("Current/pressure-rate=" + c.rate + "\nCurrent/pressure=" + c.pressure +
-              "\nCache/last-pressure=" + c.lastPressure + "\n");
-    EXPECT_EQ(GetPressureRate(), c.expected);
-    EXPECT_EQ(GetPressureText(true), c.pressure + " inches and " + c.trend);
+    const struct {
+        QString rate, pressure, lastPressure, expected, trend;
+    } rows[] = {{"-0.01", "29.92", "29.80", "-0.01", "falling"}, // the service's own rate
+                {"", "29.92", "29.90", "+0.02", "rising"},
+                {"N/A", "29.90", "29.92", "-0.02", "falling"},
+                {"", "29.92", "29.92", "+0.00", "steady"},
+                {"", "29.921", "29.92", "+0.00", "steady"}, // below a hundredth
+                {"", "29.92", "", "", "steady"}};
+    for (const auto &r : rows) {
+        SCOPED_TRACE(r.pressure.toStdString() + " after " + r.lastPressure.toStdString());
+        loadCache("Current/pressure-rate=" + r.rate + "\nCurrent/pressure=" + r.pressure +
+                  "\nCache/last-pressure=" + r.lastPressure + "\n");
+        EXPECT_EQ(GetPressureRate(), r.expected);
+        EXPECT_EQ(GetPressureText(true), r.pressure + " inches and " + r.trend);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, PressureRate,
-    ::testing::Values(RateCase{"ServiceRate", "-0.01", "29.92", "29.80", "-0.01", "falling"},
-                      RateCase{"Rise", "", "29.92", "29.90", "+0.02", "rising"},
-                      RateCase{"Fall", "N/A", "29.90", "29.92", "-0.02", "falling"},
-                      RateCase{"NoChangeIsSteady", "", "29.92", "29.92", "+0.00", "steady"},
-                      RateCase{"BelowAHundredthIsSteady", "", "29.921", "29.92", "+0.00", "steady"},
-                      RateCase{"NoLastPressure", "", "29.92", "", "", "steady"}),
-    [](const auto &info) { return std::string(info.param.name); });
 
 TEST_F(ConditionsTest, PressureTextReadsTheTwinAndLeavesTheRateWithoutTrend)
 {
@@ -68,34 +59,25 @@ TEST_F(ConditionsTest, LastPressureStandsOneObservationBehind)
     EXPECT_EQ(GetCache("Cache", "last-pressure"), "29.90");
 }
 
-struct ConditionCase {
-    const char *name;
-    QString cache, zipCode, expected;
-};
-
-class CurrentCondition : public LiveReadingTest, public ::testing::WithParamInterface<ConditionCase>
+TEST_F(ConditionsTest, CurrentConditionFallsBackOnForecasts)
 {
-};
-
-TEST_P(CurrentCondition, FallsBackOnForecasts)
-{
-    SavePref("CityCode", "ZipCode", GetParam().zipCode);
-    loadCache(GetParam().cache);
-    EXPECT_EQ(GetCurrentCondition(), GetParam().expected);
+    const QString forecasts =
+        "Daily/short-title11=Showers\nHourly/weather-icon-description1=Cloudy\n";
+    const struct {
+        QString cache, zipCode, expected;
+    } rows[] = {{"Current/description=Sunny\n" + forecasts, "50309", "Sunny"},
+                {forecasts, "50309", "Cloudy"}, // a US station takes the hour
+                {forecasts, "0", "Showers"},    // an international one the day
+                {"Current/description=N/A\n" + forecasts, "0", "Cloudy"},
+                {"", "50309", "N/A"}};
+    for (const auto &r : rows) {
+        SCOPED_TRACE(r.cache.toStdString() + " zip " + r.zipCode.toStdString());
+        DeleteWholeCache();
+        SavePref("CityCode", "ZipCode", r.zipCode);
+        loadCache(r.cache);
+        EXPECT_EQ(GetCurrentCondition(), r.expected);
+    }
 }
-
-const QString kForecasts = "Daily/short-title11=Showers\nHourly/weather-icon-description1=Cloudy\n";
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, CurrentCondition,
-    ::testing::Values(ConditionCase{"Description", "Current/description=Sunny\n" + kForecasts,
-                                    "50309", "Sunny"},
-                      ConditionCase{"UsStationTakesTheHour", kForecasts, "50309", "Cloudy"},
-                      ConditionCase{"InternationalTakesTheDay", kForecasts, "0", "Showers"},
-                      ConditionCase{"NotAvailableTakesTheHour",
-                                    "Current/description=N/A\n" + kForecasts, "0", "Cloudy"},
-                      ConditionCase{"NothingAtAll", "", "50309", "N/A"}),
-    [](const auto &info) { return std::string(info.param.name); });
 
 TEST_F(ConditionsTest, HumidexNowAndForEachHour)
 {
@@ -113,46 +95,38 @@ TEST_F(ConditionsTest, HumidexNowAndForEachHour)
     EXPECT_EQ(GetCache("Hourly", "humidex3"), ""); // beyond the count
 }
 
-struct WatchCase {
-    const char *name;
-    QString option, before, after;
-    bool pops;
-};
-
-class ChangeDetection : public LiveReadingTest, public ::testing::WithParamInterface<WatchCase>
+TEST_F(ConditionsTest, ChangeDetectionPopsOnceAtTheFirstWatchedChange)
 {
-};
-
-TEST_P(ChangeDetection, PopsOnceAtTheFirstWatchedChange)
-{
-    const WatchCase &c = GetParam();
+    const struct {
+        QString option, before, after;
+        bool pops;
+    } rows[] = {
+        {"Temperature Changes", "", "", true}, // any letter case
+        {"temperature changes|wind changes", "", "", true},
+        {"humidity changes", "", "", false},
+        {"high temperature changes", "", "", false}, // whole words only
+        {"", "", "", false},
+        {"temperature changes", "", "Current/station-id=OTHER\n", false},
+        {"humidity changes", "", "Current/humidity=40\n", false}, // first value after start
+        {"last observed changes",
+         "Current/ob-date-hour-number=2\nCurrent/ob-date-minute-number=45\n",
+         "Current/ob-date-minute-number=50\n", true},
+        {"condition changes", "Current/description=Sunny\n", "Current/description=Cloudy\n", true}};
     int balloons = 0;
     setConditionBalloonHandler([&] { ++balloons; });
-    SavePref("TrayTooltip", "PopTrayBalloonWhen", c.option);
-    loadCache("Current/station-id=DSMWB\nCurrent/temp=70\nCurrent/wind-speed=5\n" + c.before);
-    const ConditionWatch watch(ConditionWatch::ObservedForm::ObDateKeys);
-    loadCache("Current/temp=71\nCurrent/wind-speed=9\n" + c.after);
-    EXPECT_EQ(watch.popIfChanged(), c.pops);
-    EXPECT_EQ(balloons, c.pops ? 1 : 0);
+    for (const auto &r : rows) {
+        SCOPED_TRACE(r.option.toStdString() + " / " + r.after.toStdString());
+        DeleteWholeCache();
+        balloons = 0;
+        SavePref("TrayTooltip", "PopTrayBalloonWhen", r.option);
+        loadCache("Current/station-id=DSMWB\nCurrent/temp=70\nCurrent/wind-speed=5\n" + r.before);
+        const ConditionWatch watch(ConditionWatch::ObservedForm::ObDateKeys);
+        loadCache("Current/temp=71\nCurrent/wind-speed=9\n" + r.after);
+        EXPECT_EQ(watch.popIfChanged(), r.pops);
+        EXPECT_EQ(balloons, r.pops ? 1 : 0);
+    }
     setConditionBalloonHandler({});
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, ChangeDetection,
-    ::testing::Values(
-        WatchCase{"AnyLetterCase", "Temperature Changes", "", "", true},
-        WatchCase{"TwoChangesOneBalloon", "temperature changes|wind changes", "", "", true},
-        WatchCase{"UnwatchedChange", "humidity changes", "", "", false},
-        WatchCase{"WholeWordsOnly", "high temperature changes", "", "", false},
-        WatchCase{"NoOption", "", "", "", false},
-        WatchCase{"StationChanged", "temperature changes", "", "Current/station-id=OTHER\n", false},
-        WatchCase{"FirstValueAfterStart", "humidity changes", "", "Current/humidity=40\n", false},
-        WatchCase{"ObservationTimeByItsParts", "last observed changes",
-                  "Current/ob-date-hour-number=2\nCurrent/ob-date-minute-number=45\n",
-                  "Current/ob-date-minute-number=50\n", true},
-        WatchCase{"ConditionWords", "condition changes", "Current/description=Sunny\n",
-                  "Current/description=Cloudy\n", true}),
-    [](const auto &info) { return std::string(info.param.name); });
 
 TEST_F(ConditionsTest, MissingFreshValuesDoNotCountWhenAsked)
 {
@@ -202,41 +176,31 @@ TEST_F(ConditionsTest, SaveObservationHandsOverNeutralNumbers)
     EXPECT_EQ(database.rows.size(), 1);
 }
 
-struct RuleCase {
-    const char *name;
-    ReadingRule rule;
-    QString unit, number, value, twin;
-};
-
-class ReadingRules : public LiveReadingTest, public ::testing::WithParamInterface<RuleCase>
+TEST_F(ConditionsTest, ReadingRuleTwinInTheUsersUnit)
 {
-};
-
-TEST_P(ReadingRules, TwinInTheUsersUnit)
-{
-    const RuleCase &c = GetParam();
-    process().UnitTemp = process().UnitWind = process().UnitBar = process().UnitPre = c.unit;
-    const Reading reading = ApplyReadingRule(c.rule, c.number);
-    EXPECT_EQ(reading.value, c.value);
-    EXPECT_EQ(reading.twin, c.twin);
+    const struct {
+        ReadingRule rule;
+        QString unit, number, value, twin;
+    } rows[] = {{ReadingRule::Temperature, "F", "71.6", "71.6", "N/A"},
+                {ReadingRule::Temperature, "C", "71.6", "71.6", "22"},
+                {ReadingRule::Temperature, "C", "", "N/A", "N/A"},
+                {ReadingRule::Rate, "C", "1.3", "1.3", "2.3"},
+                {ReadingRule::Rate, "C", "0.02", "0.02", "0.0"},
+                {ReadingRule::Rate, "F", "-1.3", "-1.3", "-1.3"},
+                {ReadingRule::Rain, "inches", "0.10", "0.10", "N/A"},
+                {ReadingRule::Rain, "mm", "0.10", "0.10", "2.5"},
+                {ReadingRule::Wind, "mph", "12.4", "12.4", "N/A"},
+                {ReadingRule::Wind, "km/h", "12.4", "12.4", "20.0"},
+                {ReadingRule::Pressure, "hPa", "29.92", "29.92", "1013.2"},
+                {ReadingRule::Pressure, "hPa", "N/A", "N/A", "N/A"}};
+    for (const auto &r : rows) {
+        SCOPED_TRACE(r.number.toStdString() + " " + r.unit.toStdString());
+        process().UnitTemp = process().UnitWind = process().UnitBar = process().UnitPre = r.unit;
+        const Reading reading = ApplyReadingRule(r.rule, r.number);
+        EXPECT_EQ(reading.value, r.value);
+        EXPECT_EQ(reading.twin, r.twin);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, ReadingRules,
-    ::testing::Values(
-        RuleCase{"Fahrenheit", ReadingRule::Temperature, "F", "71.6", "71.6", "N/A"},
-        RuleCase{"Celsius", ReadingRule::Temperature, "C", "71.6", "71.6", "22"},
-        RuleCase{"Missing", ReadingRule::Temperature, "C", "", "N/A", "N/A"},
-        RuleCase{"RateInCelsius", ReadingRule::Rate, "C", "1.3", "1.3", "2.3"},
-        RuleCase{"RateNearZero", ReadingRule::Rate, "C", "0.02", "0.02", "0.0"},
-        RuleCase{"RateInFahrenheit", ReadingRule::Rate, "F", "-1.3", "-1.3", "-1.3"},
-        RuleCase{"RainInches", ReadingRule::Rain, "inches", "0.10", "0.10", "N/A"},
-        RuleCase{"RainMillimetres", ReadingRule::Rain, "mm", "0.10", "0.10", "2.5"},
-        RuleCase{"WindMph", ReadingRule::Wind, "mph", "12.4", "12.4", "N/A"},
-        RuleCase{"WindKmh", ReadingRule::Wind, "km/h", "12.4", "12.4", "20.0"},
-        RuleCase{"PressureHpa", ReadingRule::Pressure, "hPa", "29.92", "29.92", "1013.2"},
-        RuleCase{"PressureMissing", ReadingRule::Pressure, "hPa", "N/A", "N/A", "N/A"}),
-    [](const auto &info) { return std::string(info.param.name); });
 
 TEST_F(ConditionsTest, CompassWordsAndOwnFeelsLike)
 {
@@ -280,7 +244,7 @@ TEST_F(PwsRecord, ShortRecordStopsTheWalkAndKeepsTheFlagRaised)
     EXPECT_FALSE(process().ProcessingConditions);
 }
 
-TEST_F(PwsRecord, TinyOrMissingRecordChangesNothing)
+TEST_F(PwsRecord, TinyOrMissingRecordChangesNothingAndTheWritesPopNoBalloon)
 {
     SaveCache("Current", "temp", "50");
     for (const char *name : {"empty.json", "no-such-file.txt"}) {
@@ -288,10 +252,6 @@ TEST_F(PwsRecord, TinyOrMissingRecordChangesNothing)
         EXPECT_EQ(current("temp"), "50");
         EXPECT_FALSE(process().ProcessingConditions);
     }
-}
-
-TEST_F(PwsRecord, WatchingAfterTheWritesPopsNoBalloon)
-{
     int balloons = 0;
     setConditionBalloonHandler([&] { ++balloons; });
     SavePref("TrayTooltip", "PopTrayBalloonWhen", "temperature changes|last observed changes");

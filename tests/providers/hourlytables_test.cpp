@@ -48,84 +48,58 @@ protected:
     int m_rows = 0;
 };
 
-struct PickCase {
-    const char *name;
-    bool chances; // the precipitation table, else the temperatures
-    QDate date;
-    PickKind kind;
-    int period;
-    QString expected;
-};
-
-class PickTest : public HourlyTablesTest, public ::testing::WithParamInterface<PickCase>
+TEST_F(HourlyTablesTest, TableValueOnlyWhenTheRowIsTrusted)
 {
-};
-
-TEST_P(PickTest, TableValueOnlyWhenTheRowIsTrusted)
-{
-    const PickCase &c = GetParam();
-    const QString picked =
-        c.chances
-            ? PickPrecipitation(BuildHourlyPrecipitationTable(), c.date, "doc", c.kind, c.period)
-            : PickHighLow(BuildHourlyHighLowTable(), c.date, "doc", c.kind, c.period);
-    EXPECT_EQ(picked, c.expected);
+    const struct {
+        bool chances; // the precipitation table, else the temperatures
+        QDate date;
+        PickKind kind;
+        int period;
+        QString expected;
+    } rows[] = {
+        {false, kTuesday, PickKind::Low, 3, "0"},
+        {false, kTuesday, PickKind::LowNight, 3, "-9"}, // the small hours after
+        {false, kTuesday, PickKind::High, 3, "23"},
+        {false, kTuesday, PickKind::HighDay, 3, "18"},
+        {false, kWednesday, PickKind::HighDay, 3, "41"},  // half a day does for the high
+        {false, kWednesday, PickKind::Low, 3, "doc"},     // but not for the low
+        {false, kWednesday, PickKind::Low, 1, "-9"},      // the first period trusts any row
+        {false, kWednesday, PickKind::LowNight, 1, "30"}, // midnight is its own date's night
+        {false, kMonday, PickKind::High, 1, "doc"},       // too few hours: no row
+        {false, QDate(2024, 4, 20), PickKind::High, 1, "doc"},
+        {true, kTuesday, PickKind::HighDay, 3, "36"},
+        {true, kTuesday, PickKind::HighNight, 3, "46"},
+        {true, kWednesday, PickKind::HighDay, 3, "doc"}, // a chance needs a whole day
+        {true, kWednesday, PickKind::HighDay, 1, "82"}};
+    for (const auto &r : rows) {
+        const QString picked =
+            r.chances ? PickPrecipitation(BuildHourlyPrecipitationTable(), r.date, "doc", r.kind,
+                                          r.period)
+                      : PickHighLow(BuildHourlyHighLowTable(), r.date, "doc", r.kind, r.period);
+        EXPECT_EQ(picked, r.expected) << r.chances << ' ' << r.date.day() << " kind " << int(r.kind)
+                                      << " period " << r.period;
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Cases, PickTest,
-    ::testing::Values(
-        PickCase{"LowOfAWholeDay", false, kTuesday, PickKind::Low, 3, "0"},
-        PickCase{"NightLowTakesTheSmallHoursAfter", false, kTuesday, PickKind::LowNight, 3, "-9"},
-        PickCase{"HighOfAWholeDay", false, kTuesday, PickKind::High, 3, "23"},
-        PickCase{"DayHighOfAWholeDay", false, kTuesday, PickKind::HighDay, 3, "18"},
-        PickCase{"HalfADayTrustedForTheHigh", false, kWednesday, PickKind::HighDay, 3, "41"},
-        PickCase{"HalfADayNotTrustedForTheLow", false, kWednesday, PickKind::Low, 3, "doc"},
-        PickCase{"FirstPeriodTrustsAnyRow", false, kWednesday, PickKind::Low, 1, "-9"},
-        PickCase{"MidnightCountsInTheNightOfItsOwnDate", false, kWednesday, PickKind::LowNight, 1,
-                 "30"},
-        PickCase{"RowOfTooFewHoursIsGone", false, kMonday, PickKind::High, 1, "doc"},
-        PickCase{"DateWithoutRow", false, QDate(2024, 4, 20), PickKind::High, 1, "doc"},
-        PickCase{"DayChanceOfAWholeDay", true, kTuesday, PickKind::HighDay, 3, "36"},
-        PickCase{"NightChanceOfAWholeDay", true, kTuesday, PickKind::HighNight, 3, "46"},
-        PickCase{"ChanceNeedsAWholeDay", true, kWednesday, PickKind::HighDay, 3, "doc"},
-        PickCase{"FirstPeriodTrustsAnyChance", true, kWednesday, PickKind::HighDay, 1, "82"}),
-    [](const auto &info) { return std::string(info.param.name); });
-
-struct WordingCase {
-    const char *name;
-    QString text, high, low, expected;
-};
-
-class ApplyHighLowTest : public ::testing::TestWithParam<WordingCase>
+TEST(ApplyHighLowTest, ChosenNumberInTheWording)
 {
-};
-
-TEST_P(ApplyHighLowTest, ChosenNumberInTheWording)
-{
-    const WordingCase &c = GetParam();
-    EXPECT_EQ(ApplyHighLowToText(c.text, c.high, c.low), c.expected);
+    const struct {
+        QString text, high, low, expected;
+    } rows[] = {
+        {"Sunny. Highs in the lower 70s.", "72", "", "Sunny. High temperature near 72°F."},
+        {"Cloudy with highs around 75. Winds 10mph.", "72", "",
+         "Cloudy with high temperature near 72°F. Winds 10 mph."},
+        {"Sunny. High temperature around 77F. Dew point 50F.", "74", "",
+         "Sunny. High temperature near 74°F. Dew point 50°F."},
+        {"Sunny. Highs around 70. Later highs around 80.", "72", "",
+         "Sunny. High temperature near 72°F. Later highs around 80."},
+        {"Clear. Lows in the mid 40s.", "N/A", "44", "Clear. Low temperature near 44°F."},
+        {"Highs near 60. Lows around 40.", "", "41", "Highs near 60. Low temperature near 41°F."},
+        {"Sunny. HIGHS IN THE LOWER 70S.", "72", "", "Sunny. HIGHS IN THE LOWER 70S."},
+        {"Warm.\r\nNear 80F and 85F", "", "", "Warm.Near 80°F and 85F"},
+        {"", "72", "", ""}};
+    for (const auto &r : rows)
+        EXPECT_EQ(ApplyHighLowToText(r.text, r.high, r.low), r.expected) << r.text.toStdString();
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, ApplyHighLowTest,
-    ::testing::Values(
-        WordingCase{"DecadeOpeningASentence", "Sunny. Highs in the lower 70s.", "72", "",
-                    "Sunny. High temperature near 72°F."},
-        WordingCase{"AroundWithinASentence", "Cloudy with highs around 75. Winds 10mph.", "72", "",
-                    "Cloudy with high temperature near 72°F. Winds 10 mph."},
-        WordingCase{"ServiceWording", "Sunny. High temperature around 77F. Dew point 50F.", "74",
-                    "", "Sunny. High temperature near 74°F. Dew point 50°F."},
-        WordingCase{"OnlyTheFirstPhrase", "Sunny. Highs around 70. Later highs around 80.", "72",
-                    "", "Sunny. High temperature near 72°F. Later highs around 80."},
-        WordingCase{"LowWhenNoHigh", "Clear. Lows in the mid 40s.", "N/A", "44",
-                    "Clear. Low temperature near 44°F."},
-        WordingCase{"HighPhraseLeftForALow", "Highs near 60. Lows around 40.", "", "41",
-                    "Highs near 60. Low temperature near 41°F."},
-        WordingCase{"HighsCaseSensitive", "Sunny. HIGHS IN THE LOWER 70S.", "72", "",
-                    "Sunny. HIGHS IN THE LOWER 70S."},
-        WordingCase{"DegreeSignsAndLineEnds", "Warm.\r\nNear 80F and 85F", "", "",
-                    "Warm.Near 80°F and 85F"},
-        WordingCase{"EmptyText", "", "72", "", ""}),
-    [](const auto &info) { return std::string(info.param.name); });
 
 } // namespace

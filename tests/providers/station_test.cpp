@@ -11,59 +11,40 @@ namespace
 using Setter = void (clsWxStation::*)(const QString &);
 using Getter = QString (clsWxStation::*)() const;
 
-struct AccessorCase {
-    const char *what;
-    Setter set;
-    const char *written;
-    Getter get;
-    const char *read;
-};
-
-void PrintTo(const AccessorCase &c, std::ostream *os)
-{
-    *os << c.what;
-}
-
-using AccessorRule = ::testing::TestWithParam<AccessorCase>;
-
-TEST_P(AccessorRule, WriteThenRead)
-{
-    clsWxStation station;
-    (station.*GetParam().set)(QString::fromUtf8(GetParam().written));
-    EXPECT_EQ((station.*GetParam().get)(), QString::fromUtf8(GetParam().read));
-}
-
 using S = clsWxStation;
-INSTANTIATE_TEST_SUITE_P(
-    Station, AccessorRule,
-    ::testing::Values(
-        AccessorCase{"clean trims, unescapes, squeezes", &S::setCity, "  Des   Moines\\/Ames  ",
-                     &S::City, "Des Moines/Ames"},
-        AccessorCase{"empty model reads N/A", &S::setStationModel, "  ", &S::StationModel, "N/A"},
-        AccessorCase{"unknown distance sorts last", &S::setDistance, "", &S::Distance,
-                     "9999999999"},
-        AccessorCase{"numeric distance kept", &S::setDistance, "0012.5", &S::Distance, "0012.5"},
-        AccessorCase{"WORLD is no state", &S::setState, " WORLD ", &S::State, ""},
-        AccessorCase{"neighborhood cut at three blanks", &S::setNeighborhood,
-                     "Beaver  Creek   (hidden)", &S::Neighborhood, "Beaver Creek"},
-        AccessorCase{"neighborhood loses parentheses", &S::setNeighborhood, "Downtown (North)",
-                     &S::Neighborhood, "Downtown North"},
-        AccessorCase{"neighborhood apostrophe repair", &S::setNeighborhood, "Joe s Farm",
-                     &S::Neighborhood, "Joe's Farm"},
-        AccessorCase{"empty id reads NA", &S::setId, "", &S::Id, "NA"},
-        AccessorCase{"USA is US", &S::setCountry, "USA", &S::Country, "US"},
-        AccessorCase{"United States is US", &S::setCountry, "United  States", &S::Country, "US"},
-        AccessorCase{"negative latitude kept", &S::setLatitude, "-12.5", &S::latitude, "-12.5"},
-        AccessorCase{"N/A latitude becomes empty", &S::setLatitude, "N/A", &S::latitude, ""},
-        AccessorCase{"dots are removed before the test", &S::setLongitude, "1.2.3", &S::longitude,
-                     "1.2.3"},
-        AccessorCase{"empty type reads WeatherBug", &S::setStationType, "", &S::StationType,
-                     "WeatherBug"},
-        AccessorCase{"foreign postal code dropped", &S::setZipCode, "SW1A 1AA", &S::ZipCode, "N/A"},
-        AccessorCase{"name apostrophe repair", &S::setName, "Joe s  Place", &S::Name,
-                     "Joe's Place"},
-        AccessorCase{"repair also fires inside words", &S::setName, "Lake shore", &S::Name,
-                     "Lake'shore"}));
+
+TEST(Station, AccessorsCleanWhatIsWritten)
+{
+    const struct {
+        void (S::*set)(const QString &);
+        const char *written;
+        QString (S::*get)() const;
+        const char *read;
+    } rows[] = {
+        {&S::setCity, "  Des   Moines\\/Ames  ", &S::City, "Des Moines/Ames"},
+        {&S::setStationModel, "  ", &S::StationModel, "N/A"},
+        {&S::setDistance, "", &S::Distance, "9999999999"}, // unknown distance sorts last
+        {&S::setDistance, "0012.5", &S::Distance, "0012.5"},
+        {&S::setState, " WORLD ", &S::State, ""},
+        {&S::setNeighborhood, "Beaver  Creek   (hidden)", &S::Neighborhood, "Beaver Creek"},
+        {&S::setNeighborhood, "Downtown (North)", &S::Neighborhood, "Downtown North"},
+        {&S::setNeighborhood, "Joe s Farm", &S::Neighborhood, "Joe's Farm"},
+        {&S::setId, "", &S::Id, "NA"},
+        {&S::setCountry, "USA", &S::Country, "US"},
+        {&S::setCountry, "United  States", &S::Country, "US"},
+        {&S::setLatitude, "-12.5", &S::latitude, "-12.5"},
+        {&S::setLatitude, "N/A", &S::latitude, ""},
+        {&S::setLongitude, "1.2.3", &S::longitude, "1.2.3"}, // dots go only for the test
+        {&S::setStationType, "", &S::StationType, "WeatherBug"},
+        {&S::setZipCode, "SW1A 1AA", &S::ZipCode, "N/A"},
+        {&S::setName, "Joe s  Place", &S::Name, "Joe's Place"},
+        {&S::setName, "Lake shore", &S::Name, "Lake'shore"}}; // the repair fires inside words
+    for (const auto &r : rows) {
+        clsWxStation station;
+        (station.*r.set)(QString::fromUtf8(r.written));
+        EXPECT_EQ((station.*r.get)(), QString::fromUtf8(r.read)) << r.written;
+    }
+}
 
 TEST(Station, RulesThatDependOnFormerValues)
 {
@@ -95,38 +76,28 @@ TEST(Station, NameFallsBackToNeighborhoodThenId)
     EXPECT_EQ(station.Name(), "Des Moines");
 }
 
-struct TypeEffect {
-    const char *type;
-    const char *presetModel;
-    const char *dataSource;
-    const char *model;
-};
-
-using StationTypeWrite = ::testing::TestWithParam<TypeEffect>;
-
-TEST_P(StationTypeWrite, DerivesSourceAndModel)
+TEST(Station, TypeDerivesSourceAndModel)
 {
-    clsWxStation station;
-    station.setStationModel(GetParam().presetModel);
-    station.setStationType(GetParam().type);
-    EXPECT_EQ(station.DataSource(), GetParam().dataSource) << GetParam().type;
-    EXPECT_EQ(station.StationModel(), GetParam().model) << GetParam().type;
+    const struct {
+        const char *type, *presetModel, *dataSource, *model;
+    } rows[] = {{"WeatherBug", "", "WeatherBug", "WeatherBug Station"},
+                {"PWS (WeatherBug)", "", "WeatherBug", "Personal Weather Station"},
+                {"NWS (WeatherBug)", "", "WeatherBug", "National Weather Service"},
+                {"PWS (WUnderground)", "", "Weather Underground", "Personal Weather Station"},
+                {"ICAO (WUnderground)", "", "Weather Underground", "ICAO (WUnderground)"},
+                {"Weather Underground", "", "Weather Underground", "Weather Underground"},
+                {"CWOP", "", "N/A", "Personal Weather Station"},
+                {"NWS", "", "N/A", "National Weather Service"},
+                {"nws cwop", "", "N/A", "Personal Weather Station"}, // cwop is looked for first
+                {"WeatherBug", "Davis Vantage", "WeatherBug", "Davis Vantage"}};
+    for (const auto &r : rows) {
+        clsWxStation station;
+        station.setStationModel(r.presetModel);
+        station.setStationType(r.type);
+        EXPECT_EQ(station.DataSource(), r.dataSource) << r.type;
+        EXPECT_EQ(station.StationModel(), r.model) << r.type;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Station, StationTypeWrite,
-    ::testing::Values(
-        TypeEffect{"WeatherBug", "", "WeatherBug", "WeatherBug Station"},
-        TypeEffect{"PWS (WeatherBug)", "", "WeatherBug", "Personal Weather Station"},
-        TypeEffect{"NWS (WeatherBug)", "", "WeatherBug", "National Weather Service"},
-        TypeEffect{"PWS (WUnderground)", "", "Weather Underground", "Personal Weather Station"},
-        TypeEffect{"ICAO (WUnderground)", "", "Weather Underground", "ICAO (WUnderground)"},
-        TypeEffect{"Weather Underground", "", "Weather Underground", "Weather Underground"},
-        TypeEffect{"CWOP", "", "N/A", "Personal Weather Station"},
-        TypeEffect{"NWS", "", "N/A", "National Weather Service"},
-        // cwop is looked for before nws
-        TypeEffect{"nws cwop", "", "N/A", "Personal Weather Station"},
-        TypeEffect{"WeatherBug", "Davis Vantage", "WeatherBug", "Davis Vantage"}));
 
 TEST(Station, NameAndIdAddsTheIdUnlessTheNameHoldsIt)
 {
@@ -138,32 +109,25 @@ TEST(Station, NameAndIdAddsTheIdUnlessTheNameHoldsIt)
     EXPECT_EQ(station.NameAndId(), "Des Moines (kdsm)");
 }
 
-struct LocationCase {
-    const char *source, *country, *city, *state, *neighborhood;
-    const char *location;
-};
-
-using StationLocation = ::testing::TestWithParam<LocationCase>;
-
-TEST_P(StationLocation, JoinsThePlaceParts)
+TEST(Station, LocationJoinsThePlaceParts)
 {
-    const LocationCase &c = GetParam();
-    clsWxStation station;
-    station.setDataSource(c.source);
-    station.setCountry(c.country);
-    station.setCity(c.city);
-    station.setState(c.state);
-    station.setNeighborhood(c.neighborhood);
-    EXPECT_EQ(station.Location(), c.location);
+    const struct {
+        const char *source, *country, *city, *state, *neighborhood, *location;
+    } rows[] = {{"CWOP", "US", "Ames", "IA", "Gilbert", "Gilbert, IA"},
+                {"CWOP", "US", "Ames", "", "Gilbert", "Gilbert"},
+                {"", "USA", "Ames", "IA", "", "Ames, IA"},
+                {"", "US", "", "IA", "", ""},
+                {"", "France", "Paris", "IDF", "", "Paris, France"}};
+    for (const auto &r : rows) {
+        clsWxStation station;
+        station.setDataSource(r.source);
+        station.setCountry(r.country);
+        station.setCity(r.city);
+        station.setState(r.state);
+        station.setNeighborhood(r.neighborhood);
+        EXPECT_EQ(station.Location(), r.location) << r.city << ' ' << r.neighborhood;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Station, StationLocation,
-    ::testing::Values(LocationCase{"CWOP", "US", "Ames", "IA", "Gilbert", "Gilbert, IA"},
-                      LocationCase{"CWOP", "US", "Ames", "", "Gilbert", "Gilbert"},
-                      LocationCase{"", "USA", "Ames", "IA", "", "Ames, IA"},
-                      LocationCase{"", "US", "", "IA", "", ""},
-                      LocationCase{"", "France", "Paris", "IDF", "", "Paris, France"}));
 
 TEST(Station, NameAndLocationByDataSource)
 {
@@ -183,32 +147,26 @@ TEST(Station, NameAndLocationByDataSource)
     EXPECT_EQ(station.NameAndLocation(), "Ames Airport (Ames, IA)");
 }
 
-struct GroupCase {
-    const char *type;
-    const char *family;
-    int number;
-};
-
-using StationGroupTable = ::testing::TestWithParam<GroupCase>;
-
-TEST_P(StationGroupTable, ClassifiesTheType)
+TEST(Station, GroupOfTheType)
 {
-    EXPECT_EQ(StationGroup(GetParam().type), GetParam().family);
-    EXPECT_EQ(StationGroupNumber(GetParam().type), GetParam().number);
+    const struct {
+        const char *type, *family;
+        int number;
+    } rows[] = {{"", "WeatherBug", 1},
+                {"PWS (WeatherBug)", "WeatherBug", 1},
+                {"NWS (WeatherBug)", "WeatherBug", 1},
+                {"WUnderground", "WUnderground", 2},
+                {"PWS (WUnderground)", "WUnderground", 2},
+                {"NWS (WUnderground)", "WUnderground", 2},
+                {"NWS", "NWS", 3},
+                {"CWOP", "CWOP", 4},
+                {"cwop", "WeatherBug", 1},
+                {"Metar", "WeatherBug", 1}};
+    for (const auto &r : rows) {
+        EXPECT_EQ(StationGroup(r.type), r.family) << r.type;
+        EXPECT_EQ(StationGroupNumber(r.type), r.number) << r.type;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Station, StationGroupTable,
-                         ::testing::Values(GroupCase{"", "WeatherBug", 1},
-                                           GroupCase{"WeatherBug", "WeatherBug", 1},
-                                           GroupCase{"PWS (WeatherBug)", "WeatherBug", 1},
-                                           GroupCase{"NWS (WeatherBug)", "WeatherBug", 1},
-                                           GroupCase{"WUnderground", "WUnderground", 2},
-                                           GroupCase{"PWS (WUnderground)", "WUnderground", 2},
-                                           GroupCase{"NWS (WUnderground)", "WUnderground", 2},
-                                           GroupCase{"ICAO (WUnderground)", "WUnderground", 2},
-                                           GroupCase{"NWS", "NWS", 3}, GroupCase{"CWOP", "CWOP", 4},
-                                           GroupCase{"cwop", "WeatherBug", 1},
-                                           GroupCase{"Metar", "WeatherBug", 1}));
 
 TEST(Station, IsInternationalByPostalCode)
 {

@@ -67,21 +67,16 @@ TEST_F(StationSelection, ChangeMovesTheFormerStationToTheLastKeys)
     EXPECT_EQ(ReadSelection(true), desMoines());
 }
 
-TEST_F(StationSelection, SameEntryChangesNothing)
+TEST_F(StationSelection, SameOrMalformedEntryChangesNothing)
 {
     ChangeWeatherStation(desMoines().toLine());
     SavePref("CityCode", "ProviderId", "p-1");
     calls.clear();
     EXPECT_FALSE(ChangeWeatherStation(desMoines().toLine()));
-    EXPECT_EQ(cityCode("ProviderId"), "p-1");
-    EXPECT_TRUE(calls.isEmpty());
-}
-
-TEST_F(StationSelection, MalformedEntryChangesNothing)
-{
-    ChangeWeatherStation(desMoines().toLine());
     EXPECT_FALSE(ChangeWeatherStation("Ames KAMW***50010"));
     expectSelection(desMoines());
+    EXPECT_EQ(cityCode("ProviderId"), "p-1");
+    EXPECT_TRUE(calls.isEmpty());
 }
 
 TEST_F(StationSelection, SameCodeWithOtherDataDeletesThatStationsCache)
@@ -251,13 +246,6 @@ protected:
     FixedClock fixedClock{QDateTime(QDate(2024, 5, 1), QTime(12, 0), Qt::UTC)};
 };
 
-TEST_F(StationDisplayName, SelectionNameWhileTheStationAnswers)
-{
-    SavePref("Misc", "StationDown", "True");
-    EXPECT_EQ(GetStationDisplayName(), "Des Moines, IA");
-    EXPECT_EQ(GetPref("Misc", "StationDown"), "False");
-}
-
 TEST_F(StationDisplayName, ActualStationMarksTheStationDownOnce)
 {
     actualStation("Ankeny, IA", "Ankeny Airport (KIKV)");
@@ -271,8 +259,11 @@ TEST_F(StationDisplayName, ActualStationMarksTheStationDownOnce)
     EXPECT_EQ(GetPref("Misc", "StationDownTimeStamp"), stamp);
 }
 
-TEST_F(StationDisplayName, ActualStationWithoutPlaceUsesTheSelection)
+TEST_F(StationDisplayName, SelectionNameUnlessTheActualStationHasAPlace)
 {
+    SavePref("Misc", "StationDown", "True");
+    EXPECT_EQ(GetStationDisplayName(), "Des Moines, IA");
+    EXPECT_EQ(GetPref("Misc", "StationDown"), "False");
     actualStation("", "KIKV");
     EXPECT_EQ(GetStationDisplayName(), "Des Moines, IA");
     actualStation("Ankeny, IA", "KIKV");
@@ -318,15 +309,6 @@ TEST_F(PostalCodeRepair, UnknownCodeIsLookedUpByPositionOnce)
     EXPECT_EQ(asked.size(), 1);
 }
 
-TEST_F(PostalCodeRepair, FailedLookupStillCountsAsChecked)
-{
-    select("N/A", "NWS");
-    RepairPostalCode(answering("N/A"));
-    EXPECT_EQ(cityCode("ZipCode"), "N/A");
-    EXPECT_EQ(cityCode("CheckedZipCode"), "True");
-    EXPECT_TRUE(ReadStationLines().at(1).contains("***N/A***"));
-}
-
 TEST_F(PostalCodeRepair, ForeignWeatherBugStationIsAskedByCode)
 {
     select("0", "WeatherBug");
@@ -336,8 +318,14 @@ TEST_F(PostalCodeRepair, ForeignWeatherBugStationIsAskedByCode)
     EXPECT_EQ(ReadStationLines().at(1), BuildStationEntry());
 }
 
-TEST_F(PostalCodeRepair, ZeroAnswerOrOtherFamilyKeepsZero)
+TEST_F(PostalCodeRepair, FailedZeroOrOtherFamilyKeepsTheCode)
 {
+    select("N/A", "NWS");
+    RepairPostalCode(answering("N/A")); // still counts as checked
+    EXPECT_EQ(cityCode("ZipCode"), "N/A");
+    EXPECT_EQ(cityCode("CheckedZipCode"), "True");
+    EXPECT_TRUE(ReadStationLines().at(1).contains("***N/A***"));
+
     select("0", "WeatherBug");
     RepairPostalCode(answering("0"));
     EXPECT_EQ(cityCode("ZipCode"), "0");

@@ -8,41 +8,30 @@ using namespace Tarnby;
 namespace
 {
 
-struct ExtractCase {
-    const char *name;
-    QString text, startMark, endMark, prefix;
-    int cutRight;
-    bool mustExist;
-    QString expected;
-};
-
-class ExtractBetweenTest : public ::testing::TestWithParam<ExtractCase>
+TEST(ExtractBetweenTest, CutsBetweenMarks)
 {
-};
-
-TEST_P(ExtractBetweenTest, CutsBetweenMarks)
-{
-    const ExtractCase &c = GetParam();
-    EXPECT_EQ(ExtractBetween(c.text, c.startMark, c.endMark, c.prefix, c.cutRight, c.mustExist),
-              c.expected);
+    const struct {
+        QString text, startMark, endMark, prefix;
+        int cutRight;
+        bool mustExist;
+        QString expected;
+    } rows[] = {
+        {"a[b]c", "[", "]", "", 0, false, "b"},
+        {"]x[b]c", "[", "]", "", 0, false, "b"}, // the end is sought behind the start
+        {"a[bc", "[", "", "", 0, false, "bc"},   // an empty end mark takes the rest
+        {"abc", "[", "]", "", 0, false, "abc"},
+        {"abc", "[", "]", "", 0, true, ""},
+        {"a[bc", "[", "]", "", 0, true, "a[bc"}, // a missing end gives all, even when required
+        {"A[b]", "a[", "]", "", 0, true, ""},    // the start is case-sensitive
+        {"a[bcd]", "[", "]", "x", 1, false, "xbc"},
+        {"a[b]", "[", "]", "p", 5, false, "p"},
+        {"abc", "[", "]", "p", 1, false, "abc"}, // no prefix on the whole text of a miss
+        {"a[]c", "[", "]", "", 0, true, ""}};
+    for (const auto &r : rows)
+        EXPECT_EQ(ExtractBetween(r.text, r.startMark, r.endMark, r.prefix, r.cutRight, r.mustExist),
+                  r.expected)
+            << r.text.toStdString() << " " << r.startMark.toStdString() << r.cutRight;
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, ExtractBetweenTest,
-    ::testing::Values(
-        ExtractCase{"BetweenMarks", "a[b]c", "[", "]", "", 0, false, "b"},
-        ExtractCase{"EndIsSoughtBehindStart", "]x[b]c", "[", "]", "", 0, false, "b"},
-        ExtractCase{"EmptyEndMarkTakesTheRest", "a[bc", "[", "", "", 0, false, "bc"},
-        ExtractCase{"MissingStartGivesWholeText", "abc", "[", "]", "", 0, false, "abc"},
-        ExtractCase{"MissingStartMustExistGivesEmpty", "abc", "[", "]", "", 0, true, ""},
-        ExtractCase{"MissingEndGivesWholeTextEvenWhenMustExist", "a[bc", "[", "]", "", 0, true,
-                    "a[bc"},
-        ExtractCase{"StartIsCaseSensitive", "A[b]", "a[", "]", "", 0, true, ""},
-        ExtractCase{"CutRightAndPrefix", "a[bcd]", "[", "]", "x", 1, false, "xbc"},
-        ExtractCase{"CutRightBeyondTheCutLeavesOnlyPrefix", "a[b]", "[", "]", "p", 5, false, "p"},
-        ExtractCase{"PrefixNotOnTheWholeTextOfAMiss", "abc", "[", "]", "p", 1, false, "abc"},
-        ExtractCase{"EmptyBetweenMarks", "a[]c", "[", "]", "", 0, true, ""}),
-    [](const auto &info) { return std::string(info.param.name); });
 
 TEST(CutBetweenMarksTest, NothingUnlessBothMarksStand)
 {
@@ -53,17 +42,6 @@ TEST(CutBetweenMarksTest, NothingUnlessBothMarksStand)
     EXPECT_EQ(CutBetweenMarks("", "[", "]"), std::nullopt);
 }
 
-struct JsonCase {
-    const char *name;
-    QString document;
-    QString key;
-    QString expected;
-};
-
-class ReadJsonValueTest : public Test::ProfileTest, public ::testing::WithParamInterface<JsonCase>
-{
-};
-
 const QString kDocument =
     QStringLiteral("{\r\n  \"temperature\": 72.50,\r\n  \"humidity\": 95.0,\r\n"
                    "  \"rate\": -0.02,\r\n  \"name\": \"Lake \\\"North\\\"\",\r\n"
@@ -71,31 +49,28 @@ const QString kDocument =
                    "  \"blank\": \"\",\r\n  \"inner\": {\r\n"
                    "    \"last\": 3\r\n  }\r\n}");
 
-TEST_P(ReadJsonValueTest, ReadsOneValueALine)
+TEST(ReadJsonValueTest, ReadsOneValueALine)
 {
-    const JsonCase &c = GetParam();
-    EXPECT_EQ(ReadJsonValue(c.document, c.key), c.expected);
+    Tarnby::Test::TestProfile profile;
+    const struct {
+        QString document, key, expected;
+    } rows[] = {{kDocument, "temperature", "72.5"},
+                {kDocument, "humidity", "95"},
+                {kDocument, "rate", "-0.02"},
+                {kDocument, "last", "3"}, // the last value, without a comma
+                {kDocument, "name", "Lake \\North\\"},
+                {kDocument, "gone", "NA"},
+                {kDocument, "on", "true"},
+                {kDocument, "off", "false"},
+                {kDocument, "blank", "NA"},
+                {kDocument, "inner", "NA"},
+                // the cutter hands back the whole document, which reads as no number
+                {kDocument, "pressure", "NA"},
+                {QString(kDocument).remove(QLatin1Char('\r')), "temperature", "NA"},
+                {"{\r\n\"temperature\":72\r\n}", "temperature", "NA"}}; // needs ": "
+    for (const auto &r : rows)
+        EXPECT_EQ(ReadJsonValue(r.document, r.key), r.expected) << r.key.toStdString();
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, ReadJsonValueTest,
-    ::testing::Values(JsonCase{"NumberLosesTrailingZeros", kDocument, "temperature", "72.5"},
-                      JsonCase{"WholeNumber", kDocument, "humidity", "95"},
-                      JsonCase{"Negative", kDocument, "rate", "-0.02"},
-                      JsonCase{"LastValueWithoutComma", kDocument, "last", "3"},
-                      JsonCase{"StringLosesEmbeddedQuotes", kDocument, "name", "Lake \\North\\"},
-                      JsonCase{"NullIsNA", kDocument, "gone", "NA"},
-                      JsonCase{"True", kDocument, "on", "true"},
-                      JsonCase{"False", kDocument, "off", "false"},
-                      JsonCase{"EmptyStringIsNA", kDocument, "blank", "NA"},
-                      JsonCase{"ObjectIsNA", kDocument, "inner", "NA"},
-                      // the cutter hands back the whole document, which reads as no number
-                      JsonCase{"MissingKeyIsNA", kDocument, "pressure", "NA"},
-                      JsonCase{"LineFeedOnlyDocumentIsNA",
-                               QString(kDocument).remove(QLatin1Char('\r')), "temperature", "NA"},
-                      JsonCase{"KeyNeedsColonAndBlank", "{\r\n\"temperature\":72\r\n}",
-                               "temperature", "NA"}),
-    [](const auto &info) { return std::string(info.param.name); });
 
 using ReadJsonValueLocale = Test::ProfileTest;
 
@@ -123,27 +98,23 @@ TEST(TextAfterLast, TakesWhatFollowsTheLastMark)
     EXPECT_EQ(TextAfterLast("abc/", "/"), "");
 }
 
-struct KeepCase {
-    QString text, kind, expected;
-};
-
-class KeepNumberCharactersTest : public Test::ProfileTest,
-                                 public ::testing::WithParamInterface<KeepCase>
+TEST(KeepNumberCharactersTest, KeepsDigitsSignsAndMarks)
 {
-};
-
-TEST_P(KeepNumberCharactersTest, KeepsDigitsSignsAndMarks)
-{
-    const KeepCase &c = GetParam();
-    EXPECT_EQ(KeepNumberCharacters(c.text, c.kind), c.expected) << c.text.toStdString();
+    Tarnby::Test::TestProfile profile;
+    const struct {
+        QString text, kind, expected;
+    } rows[] = {{"NA", "", ""},
+                {"29.92 in", "", "29.92"},
+                {"+0.02", "", "+0.02"},
+                {"1,234", "", "1,234"},
+                {"12a3°", "", "123"},
+                {"95.0", "Humidity", "95"},
+                {"72.5", "Humidity", "72"},
+                {"73.5 %", "Humidity", "74"},
+                {"NA", "Humidity", ""},
+                {"-", "Humidity", "-"}};
+    for (const auto &r : rows)
+        EXPECT_EQ(KeepNumberCharacters(r.text, r.kind), r.expected) << r.text.toStdString();
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, KeepNumberCharactersTest,
-    ::testing::Values(KeepCase{"NA", "", ""}, KeepCase{"29.92 in", "", "29.92"},
-                      KeepCase{"+0.02", "", "+0.02"}, KeepCase{"1,234", "", "1,234"},
-                      KeepCase{"12a3°", "", "123"}, KeepCase{"95.0", "Humidity", "95"},
-                      KeepCase{"72.5", "Humidity", "72"}, KeepCase{"73.5 %", "Humidity", "74"},
-                      KeepCase{"NA", "Humidity", ""}, KeepCase{"-", "Humidity", "-"}));
 
 } // namespace
