@@ -40,8 +40,7 @@ TEST_P(ComfortTest, TemperatureColourReadsFahrenheitBeforeTheDress)
     const std::pair<const char *, const char *> cases[] = {
         {"N/A", "#333"},        {"", "#333"},      {"1e400", "#333"},  {"901", "#333"},
         {"72&deg;", "#01D577"}, {"99", "#FFC800"}, {"100", "#FA6E00"}, {"115", "#A30902"},
-        {"29.9", "#ED8AED"},    {"30", "#D671D9"}, {"-40", "#ED8AED"}, {"64.9", "#06B9E1"},
-    };
+        {"29.9", "#ED8AED"},    {"30", "#D671D9"}, {"-40", "#ED8AED"}, {"64.9", "#06B9E1"}};
     for (const auto &[text, colour] : cases)
         EXPECT_EQ(TemperatureColour(local(text)), colour) << text;
 }
@@ -63,7 +62,7 @@ TEST_P(ComfortTest, HumidexColourAndWordsUseCelsius)
         {"120", "#FA6E00", "Dangerous"},       // 49
         {"129.2", "#FA6E00", "Dangerous"},     // 54
         {"131", "#CF2202", "Very Dangerous"},  // 55
-        {"1700", "#000000", "Very Dangerous"}, // 927: the sentinel's range
+        {"1700", "#000000", "Very Dangerous"}  // 927: the sentinel's range
     };
     for (const Case &c : cases) {
         EXPECT_EQ(HumidexColour(local(c.fahrenheit)), c.colour) << c.fahrenheit;

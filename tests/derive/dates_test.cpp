@@ -52,8 +52,7 @@ TEST_F(DatesTest, PatternsComeFromTheLocale)
         {kGerman, "dd.MM.yyyy", "DMY", ".", "HH:mm:ss"},
         {QLocale(QLocale::Japanese, QLocale::Japan), "yyyy/MM/dd", "YMD", "/", "H時mm分ss秒"},
         {QLocale(QLocale::Hungarian, QLocale::Hungary), "yyyy. MM. dd.", "YMD", ". ", "H:mm:ss"},
-        {QLocale::c(), "d MM yyyy", "DMY", " ", "HH:mm:ss"},
-    };
+        {QLocale::c(), "d MM yyyy", "DMY", " ", "HH:mm:ss"}};
     for (const auto &r : rows) {
         LoadDatePatterns(r.locale);
         EXPECT_EQ(GetShortDatePattern(), r.date) << r.locale.name().toStdString();
@@ -68,17 +67,15 @@ TEST_F(DatesTest, CleaningShortDatePatterns)
     LoadDatePatterns(kUs);
     const struct {
         const char *pattern, *cleaned;
-    } rows[] = {
-        {"dd-MMM-yyyy", "dd-MM-yyyy"},
-        {"d MMMM yyyy", "d MM yyyy"},
-        {"ddd/MMM/yyyy", "dd/MMM/yyyy"},
-        {"d/M/yy", "d/M/yy"},
-        {"MMMM dd yyyy", "M/d/yyyy"},       // never used for reading
-        {"dddd, MMMM d, yyyy", "M/d/yyyy"}, // four parts
-        {"yyyyMMdd", "M/d/yyyy"},           // one part
-        {"dd/dd/yyyy", "M/d/yyyy"},         // June does not read back
-        {"", "M/d/yyyy"},
-    };
+    } rows[] = {{"dd-MMM-yyyy", "dd-MM-yyyy"},
+                {"d MMMM yyyy", "d MM yyyy"},
+                {"ddd/MMM/yyyy", "dd/MMM/yyyy"},
+                {"d/M/yy", "d/M/yy"},
+                {"MMMM dd yyyy", "M/d/yyyy"},       // never used for reading
+                {"dddd, MMMM d, yyyy", "M/d/yyyy"}, // four parts
+                {"yyyyMMdd", "M/d/yyyy"},           // one part
+                {"dd/dd/yyyy", "M/d/yyyy"},         // June does not read back
+                {"", "M/d/yyyy"}};
     for (const auto &r : rows)
         EXPECT_EQ(CleanShortDatePattern(QLatin1String(r.pattern)), r.cleaned) << r.pattern;
 }
@@ -115,8 +112,7 @@ TEST_F(DatesTest, NormaliseDateUnderBothOrders)
         {"31/02/2024", "DMY", "31/02/2024", "31/02/2024"},
         {"4/3", "MDY", "4/3", "4/3"},
         {"Smarch 4 2024", "", "Smarch 4 2024", "Smarch 4 2024"},
-        {"99/99/2024", "", "99/99/2024", "99/99/2024"},
-    };
+        {"99/99/2024", "", "99/99/2024", "99/99/2024"}};
     for (const auto &r : rows) {
         LoadDatePatterns(kUs);
         EXPECT_EQ(NormaliseDate(QString::fromUtf8(r.text), QLatin1String(r.order)), r.onMdy)
@@ -129,15 +125,13 @@ TEST_F(DatesTest, NormaliseDateUnderBothOrders)
 
 TEST_F(DatesTest, FixDateFormatUnderBothOrders)
 {
-    const DateCase rows[] = {
-        {"March 4, 2024", "", "3/4/2024", "4/3/2024"},
-        {"Mon, 4 Mar 2024", "", "3/4/2024", "4/3/2024"},
-        {"2024-04-03", "", "04/03/2024", "03/04/2024"},
-        {"4-3-2024", "", "4/3/2024", "4/3/2024"}, // order unknown: kept
-        {"N/A", "", "N/A", "N/A"},
-        {"", "", "", ""},
-        {"abc", "", "abc", "abc"},
-    };
+    const DateCase rows[] = {{"March 4, 2024", "", "3/4/2024", "4/3/2024"},
+                             {"Mon, 4 Mar 2024", "", "3/4/2024", "4/3/2024"},
+                             {"2024-04-03", "", "04/03/2024", "03/04/2024"},
+                             {"4-3-2024", "", "4/3/2024", "4/3/2024"}, // order unknown: kept
+                             {"N/A", "", "N/A", "N/A"},
+                             {"", "", "", ""},
+                             {"abc", "", "abc", "abc"}};
     for (const auto &r : rows) {
         LoadDatePatterns(kUs);
         EXPECT_EQ(FixDateFormat(QString::fromUtf8(r.text)), r.onMdy) << r.text;
@@ -206,8 +200,7 @@ TEST_F(DatesTest, FormatTimeByTheClockSetting)
         {"N/A", false, false, false, true, false, "N/A"},
         {"", true, false, false, true, false, ""},
         {"abc", false, false, false, false, false, "abc"},
-        {"25:00", true, false, false, false, false, "25:00"},
-    };
+        {"25:00", true, false, false, false, false, "25:00"}};
     for (const auto &r : rows) {
         use24(r.use24);
         EXPECT_EQ(
@@ -296,14 +289,12 @@ TEST_F(StationLightTest, TimeLeftOfTheLight)
         int kind;
         bool withDate;
         const char *expected;
-    } rows[] = {
-        {"7", "5", "PM", 0, false, "1:25"},  {"7", "5", "PM", 1, false, "1:55"},
-        {"6", "0", "AM", 0, false, "14:30"}, // the start counts as light
-        {"8", "30", "PM", 0, false, "0:00"}, {"9", "05", "PM", 0, false, "0:00"},
-        {"5", "00", "AM", 0, false, "0:00"}, {"5", "00", "AM", 0, true, "1:00"},
-        {"9", "05", "PM", 0, true, "8:56"},  {"9", "05", "PM", 1, true, "8:24"},
-        {"7", "5", "PM", 0, true, "1:25"},   {"19", "05", "", 0, false, "1:25"},
-    };
+    } rows[] = {{"7", "5", "PM", 0, false, "1:25"},  {"7", "5", "PM", 1, false, "1:55"},
+                {"6", "0", "AM", 0, false, "14:30"}, // the start counts as light
+                {"8", "30", "PM", 0, false, "0:00"}, {"9", "05", "PM", 0, false, "0:00"},
+                {"5", "00", "AM", 0, false, "0:00"}, {"5", "00", "AM", 0, true, "1:00"},
+                {"9", "05", "PM", 0, true, "8:56"},  {"9", "05", "PM", 1, true, "8:24"},
+                {"7", "5", "PM", 0, true, "1:25"},   {"19", "05", "", 0, false, "1:25"}};
     for (const auto &r : rows) {
         setStationClock(r.hour, r.minute, r.half);
         EXPECT_EQ(StationLocalNow(r.kind, r.withDate), r.expected)

@@ -52,8 +52,7 @@ const RewriteCase kRewrites[] = {
     {"F", false, "inches", "bft", "West wind 10 to 15 mph.", "West wind 3 to 4 bft."},
     {"F", false, "inches", "kts", "Winds LIGHT MPH.", "Winds LIGHT MPH."},
     {"F", false, "mm", "km/h", "N/A", "N/A"},
-    {"F", false, "mm", "km/h", "", ""},
-};
+    {"F", false, "mm", "km/h", "", ""}};
 
 TEST_P(ForecastTextTest, RewriteForecastFollowsTheUnits)
 {
@@ -99,7 +98,7 @@ TEST(FixForecastCase, CasesNamesInTableOrder)
         {"over northeastern and central iowa", "over Northeastern and Central Iowa"},
         {"the north side", "the North side"},
         {"in may and june", "in May and June"},
-        {"MONDAY", "MONDAY"}, // case-sensitive: only lower-case forms are touched
+        {"MONDAY", "MONDAY"} // case-sensitive: only lower-case forms are touched
     };
     for (const auto &[text, expected] : cases)
         EXPECT_EQ(FixForecastCase(text), expected) << text;
@@ -119,8 +118,7 @@ TEST_P(ForecastTextTest, ChanceFromForecastTriesEachPhraseInOrder)
         {"CHANCE OF RAIN.", "10"},
         {"Humidity 50%.", ""},
         {"Sunny.", ""},
-        {"", ""},
-    };
+        {"", ""}};
     for (const auto &[text, chance] : cases)
         EXPECT_EQ(ChanceFromForecast(text), chance) << text;
 }

