@@ -161,48 +161,36 @@ TEST_F(RetrievalRunTest, AGoodRunKeepsItsBooksAndLeavesNothingBehind)
          "Return (modRetrieveWeather)"}));
 }
 
-struct StatusCase {
-    Slot slot;
-    int status;
-    bool weatherBug;
-    bool slotFailed;
-    bool detailedFailed;
-    bool serverNotFound;
-    bool proxy;
-    bool tokenRejected;
-};
-
-class StatusClassTest : public ::testing::TestWithParam<StatusCase>
+TEST(StatusClassTest, StatusSetsTheFlagsOfItsClass)
 {
-};
-
-TEST_P(StatusClassTest, StatusSetsTheFlagsOfItsClass)
-{
-    const StatusCase &c = GetParam();
-    RunState state;
-    for (bool &flag : state.failures)
-        flag = !c.slotFailed; // every flag starts the other way round
-    state.failed(Failure::Detailed) = false;
-    StatusFindings findings;
-    TakeStatus(c.slot, c.status, c.weatherBug, state, findings);
-    if (c.slot != Slot::Detailed) {
-        EXPECT_EQ(state.failed(Failure::Detailed), c.detailedFailed);
+    const struct {
+        Slot slot;
+        int status;
+        bool weatherBug, slotFailed, detailedFailed, serverNotFound, proxy, tokenRejected;
+    } rows[] = {{Slot::Hourly, 0, true, false, false, false, false, false},
+                {Slot::Hourly, 3, true, true, false, true, false, false},
+                {Slot::Alerts, 407, true, true, false, false, true, false},
+                {Slot::Hourly, 401, true, true, true, false, false, true},
+                {Slot::Hourly, 401, false, true, true, false, false, false},
+                {Slot::Alerts, 401, true, true, true, false, false, false},
+                {Slot::Conditions, 401, false, true, true, false, false, false}};
+    for (const auto &r : rows) {
+        SCOPED_TRACE(::testing::Message() << int(r.slot) << " status " << r.status);
+        RunState state;
+        for (bool &flag : state.failures)
+            flag = !r.slotFailed; // every flag starts the other way round
+        state.failed(Failure::Detailed) = false;
+        StatusFindings findings;
+        TakeStatus(r.slot, r.status, r.weatherBug, state, findings);
+        if (r.slot != Slot::Detailed) {
+            EXPECT_EQ(state.failed(Failure::Detailed), r.detailedFailed);
+        }
+        EXPECT_EQ(state.failed(slotInfo(r.slot).failure), r.slotFailed);
+        EXPECT_EQ(findings.ServerNotFound, r.serverNotFound);
+        EXPECT_EQ(findings.ProxyAuthRequired, r.proxy);
+        EXPECT_EQ(findings.TokenRejected, r.tokenRejected);
     }
-    EXPECT_EQ(state.failed(slotInfo(c.slot).failure), c.slotFailed);
-    EXPECT_EQ(findings.ServerNotFound, c.serverNotFound);
-    EXPECT_EQ(findings.ProxyAuthRequired, c.proxy);
-    EXPECT_EQ(findings.TokenRejected, c.tokenRejected);
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Classes, StatusClassTest,
-    ::testing::Values(StatusCase{Slot::Hourly, 0, true, false, false, false, false, false},
-                      StatusCase{Slot::Hourly, 3, true, true, false, true, false, false},
-                      StatusCase{Slot::Alerts, 407, true, true, false, false, true, false},
-                      StatusCase{Slot::Hourly, 401, true, true, true, false, false, true},
-                      StatusCase{Slot::Hourly, 401, false, true, true, false, false, false},
-                      StatusCase{Slot::Alerts, 401, true, true, true, false, false, false},
-                      StatusCase{Slot::Conditions, 401, false, true, true, false, false, false}));
 
 TEST_F(RetrievalRunTest, ARefusedTokenSkipsTheRefreshAndAManualRunRepeatsWithAFreshOne)
 {

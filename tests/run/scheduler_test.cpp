@@ -48,33 +48,27 @@ protected:
     QStringList calls;
 };
 
-struct AutoUpdateCase {
-    const char *rate;
-    bool timer1;
-    bool realtime;
-    int minutes;
-};
-
-class AutoUpdateTest : public SchedulerTest, public ::testing::WithParamInterface<AutoUpdateCase>
+TEST_F(SchedulerTest, TheRateChoosesTheTimer)
 {
-};
-
-TEST_P(AutoUpdateTest, TheRateChoosesTheTimer)
-{
-    SavePref("AutoUpdate", "Rate", GetParam().rate);
-    scheduler.startAutoUpdate();
-    EXPECT_EQ(scheduler.Timer1().isActive(), GetParam().timer1);
-    EXPECT_EQ(scheduler.RealtimeTimer().isActive(), GetParam().realtime);
-    EXPECT_EQ(schedulerValues().RealtimeActive, GetParam().realtime);
-    EXPECT_EQ(schedulerValues().UpdateRate, GetParam().minutes);
+    const struct {
+        const char *rate;
+        bool timer1, realtime;
+        int minutes;
+    } rows[] = {{"Never auto update", false, false, 0},
+                {"Every 0 minutes", false, false, 0},
+                {"Every 2 hours", true, false, 120},
+                {"", false, true, 5},
+                {"Update in realtime", false, true, 5}};
+    for (const auto &r : rows) {
+        Scheduler fresh;
+        SavePref("AutoUpdate", "Rate", r.rate);
+        fresh.startAutoUpdate();
+        EXPECT_EQ(fresh.Timer1().isActive(), r.timer1) << r.rate;
+        EXPECT_EQ(fresh.RealtimeTimer().isActive(), r.realtime) << r.rate;
+        EXPECT_EQ(schedulerValues().RealtimeActive, r.realtime) << r.rate;
+        EXPECT_EQ(schedulerValues().UpdateRate, r.minutes) << r.rate;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Rates, AutoUpdateTest,
-                         ::testing::Values(AutoUpdateCase{"Never auto update", false, false, 0},
-                                           AutoUpdateCase{"Every 0 minutes", false, false, 0},
-                                           AutoUpdateCase{"Every 2 hours", true, false, 120},
-                                           AutoUpdateCase{"", false, true, 5},
-                                           AutoUpdateCase{"Update in realtime", false, true, 5}));
 
 TEST_F(SchedulerTest, ATimer1RunIsMarkedAsTheTimersAndTimer1GoesOn)
 {

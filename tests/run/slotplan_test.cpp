@@ -69,15 +69,7 @@ TEST_F(RunUrlsTest, AnOldSystemSendsTheApiHostsThroughTheRelay)
     EXPECT_TRUE(urls[Slot::NwsDetailed].startsWith("https://forecast.weather.gov/"));
 }
 
-struct PlanCase {
-    const char *group;
-    bool international;
-    bool alertsOnly;
-    QList<Slot> enabled;
-};
-
-class SlotPlanTest : public Tarnby::Test::ProfileTest,
-                     public ::testing::WithParamInterface<PlanCase>
+class SlotPlanTest : public Tarnby::Test::ProfileTest
 {
 protected:
     SlotPlanTest()
@@ -99,29 +91,23 @@ protected:
     QDateTime now = QDateTime(QDate(2024, 5, 1), QTime(12, 0));
 };
 
-TEST_P(SlotPlanTest, SlotsFollowGroupPlaceAndKindOfRun)
+TEST_F(SlotPlanTest, SlotsFollowGroupPlaceAndKindOfRun)
 {
-    const PlanCase &c = GetParam();
-    EXPECT_EQ(plan(station(c.group, c.international), c.alertsOnly), c.enabled);
+    const QList<Slot> all{Slot::Hourly, Slot::Detailed, Slot::Alerts, Slot::Map, Slot::UV};
+    const struct {
+        const char *group;
+        bool international, alertsOnly;
+        QList<Slot> enabled;
+    } rows[] = {{"WeatherBug", false, false, all},
+                {"NWS", false, false, all},
+                {"CWOP", false, false, QList<Slot>{Slot::Conditions} + all},
+                {"WeatherBug", true, false, {Slot::Hourly, Slot::Detailed, Slot::Map}},
+                {"WeatherBug", false, true, {Slot::Alerts, Slot::Map, Slot::UV}},
+                {"CWOP", true, true, {Slot::Map}}};
+    for (const auto &r : rows)
+        EXPECT_EQ(plan(station(r.group, r.international), r.alertsOnly), r.enabled)
+            << r.group << r.international << r.alertsOnly;
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Runs, SlotPlanTest,
-    ::testing::Values(
-        PlanCase{"WeatherBug",
-                 false,
-                 false,
-                 {Slot::Hourly, Slot::Detailed, Slot::Alerts, Slot::Map, Slot::UV}},
-        PlanCase{
-            "NWS", false, false, {Slot::Hourly, Slot::Detailed, Slot::Alerts, Slot::Map, Slot::UV}},
-        PlanCase{
-            "CWOP",
-            false,
-            false,
-            {Slot::Conditions, Slot::Hourly, Slot::Detailed, Slot::Alerts, Slot::Map, Slot::UV}},
-        PlanCase{"WeatherBug", true, false, {Slot::Hourly, Slot::Detailed, Slot::Map}},
-        PlanCase{"WeatherBug", false, true, {Slot::Alerts, Slot::Map, Slot::UV}},
-        PlanCase{"CWOP", true, true, {Slot::Map}}));
 
 TEST_F(SlotPlanTest, UvFetchedLessThanSixMinutesAgoIsNotFetchedAgain)
 {

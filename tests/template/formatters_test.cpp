@@ -45,32 +45,27 @@ const SuffixCase kSuffixes[] = {
     {"PARENS", "72.5°F", "72.5°F (22.5°C)", "22.5°C", "22.5°C (72.5°F)"},
     {"PARENS ROUND", "72°F", "72°F (22°C)", "22°C", "22°C (72°F)"},
     {"PLAIN NOT CONVERTED", "72.5", "72.5", "72.5", "72.5"},
-    {"PLAIN NOT CONVERTED ROUND", "72", "72", "72", "72"},
-};
+    {"PLAIN NOT CONVERTED ROUND", "72", "72", "72", "72"}};
 
-class TemperatureSuffix : public TemplateTest, public ::testing::WithParamInterface<SuffixCase>
+TEST_F(TemplateTest, TemperatureSuffixDressesTheValueInEveryUnitMode)
 {
-};
-
-TEST_P(TemperatureSuffix, DressesTheValueInEveryUnitMode)
-{
-    const SuffixCase &c = GetParam();
     cache("Current", "temp", "72.5");
     cache("Current", "tempC", "22.5");
-    const QString suffix = QString::fromLatin1(c.suffix);
-    const QString token =
-        suffix.isEmpty() ? QStringLiteral("[TEMP]") : QStringLiteral("[TEMP %1]").arg(suffix);
-    setUnits("F", false);
-    EXPECT_EQ(expand(token), u8(c.fahrenheit));
-    setUnits("F", true);
-    EXPECT_EQ(expand(token), u8(c.fahrenheitBoth));
-    setUnits("C", false);
-    EXPECT_EQ(expand(token), u8(c.celsius));
-    setUnits("C", true);
-    EXPECT_EQ(expand(token), u8(c.celsiusBoth));
+    for (const SuffixCase &c : kSuffixes) {
+        SCOPED_TRACE(c.suffix);
+        const QString suffix = QString::fromLatin1(c.suffix);
+        const QString token =
+            suffix.isEmpty() ? QStringLiteral("[TEMP]") : QStringLiteral("[TEMP %1]").arg(suffix);
+        setUnits("F", false);
+        EXPECT_EQ(expand(token), u8(c.fahrenheit));
+        setUnits("F", true);
+        EXPECT_EQ(expand(token), u8(c.fahrenheitBoth));
+        setUnits("C", false);
+        EXPECT_EQ(expand(token), u8(c.celsius));
+        setUnits("C", true);
+        EXPECT_EQ(expand(token), u8(c.celsiusBoth));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(AllSuffixes, TemperatureSuffix, ::testing::ValuesIn(kSuffixes));
 
 // Only the listed combinations of stem and suffix exist; the others stay in the text.
 TEST_F(TemplateTest, StemsHaveOnlyTheirOwnSuffixes)
