@@ -84,25 +84,14 @@ TEST_F(JobTest, CacheBusterAndVendorRouteTouchTheUrlButNotTheFiles)
     EXPECT_EQ(QFileInfo(children.launches[1].program).fileName(), "tbdownloader");
 }
 
-struct StatusCase {
-    const char *text;
-    double value;
-};
-
-class StatusValueTest : public ::testing::TestWithParam<StatusCase>
+TEST(StatusValueTest, TakesTheLeadingNumber)
 {
-};
-
-TEST_P(StatusValueTest, TakesTheLeadingNumber)
-{
-    EXPECT_EQ(StatusValue(GetParam().text), GetParam().value);
+    const std::pair<const char *, double> rows[] = {{"", 0},      {" 3 ", 3},  {"407 Proxy", 407},
+                                                    {"abc", 0},   {"12abc", 12}, {"3.5", 3.5},
+                                                    {"-1", -1},   {"0x1F", 0}};
+    for (const auto &[text, value] : rows)
+        EXPECT_EQ(StatusValue(text), value) << text;
 }
-
-INSTANTIATE_TEST_SUITE_P(Table, StatusValueTest,
-                         ::testing::Values(StatusCase{"", 0}, StatusCase{" 3 ", 3},
-                                           StatusCase{"407 Proxy", 407}, StatusCase{"abc", 0},
-                                           StatusCase{"12abc", 12}, StatusCase{"3.5", 3.5},
-                                           StatusCase{"-1", -1}, StatusCase{"0x1F", 0}));
 
 class DownloadItTest : public Test::ScriptedFetchTest
 {

@@ -58,38 +58,26 @@ TEST_F(UrlTest, UserAgentCarriesVersionAndContact)
     EXPECT_EQ(UserAgent(), "Tarnby/" TARNBY_VERSION " (me@example.org)");
 }
 
-struct VendorCase {
-    const char *url;
-    const char *expected;
-};
-
-class VendorUrlTest : public UrlTest, public ::testing::WithParamInterface<VendorCase>
-{
-};
-
-TEST_P(VendorUrlTest, RewritesOnlyVendorHttpsOnce)
+TEST_F(UrlTest, VendorUrlRewritesOnlyVendorHttpsOnce)
 {
     process().VendorPlainHttp = true;
-    EXPECT_EQ(VendorUrl(GetParam().url), GetParam().expected);
-    EXPECT_EQ(VendorUrl(VendorUrl(GetParam().url)), GetParam().expected);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, VendorUrlTest,
-    ::testing::Values(
+    const std::pair<const char *, const char *> rows[] = {
         // the whole URL is lowered, query values too
-        VendorCase{"https://service.tarnby.invalid/GetTbSettings?Version=1.2.03",
-                   "http://www.tarnby.invalid/gettbsettings?version=1.2.03&ssl=0"},
-        VendorCase{"https://service.tarnby.invalid/tarnby/App/Log/?Message=Done+ABC",
-                   "http://www.tarnby.invalid/tarnby/app/log/?message=done+abc&ssl=0"},
-        VendorCase{"https://service.tarnby.invalid/TARNBY7.TXT",
-                   "http://www.tarnby.invalid/tarnby7.txt?ssl=0"},
-        VendorCase{"https://service.tarnby.invalid/x?ssl=0&A=B",
-                   "https://service.tarnby.invalid/x?ssl=0&A=B"},
-        VendorCase{"http://service.tarnby.invalid/X", "http://service.tarnby.invalid/X"},
-        VendorCase{"https://api.weather.gov/Alerts", "https://api.weather.gov/Alerts"},
-        VendorCase{"https://relay.example/get?url=service.tarnby.invalid",
-                   "https://relay.example/get?url=service.tarnby.invalid&ssl=0"}));
+        {"https://service.tarnby.invalid/GetTbSettings?Version=1.2.03",
+         "http://www.tarnby.invalid/gettbsettings?version=1.2.03&ssl=0"},
+        {"https://service.tarnby.invalid/tarnby/App/Log/?Message=Done+ABC",
+         "http://www.tarnby.invalid/tarnby/app/log/?message=done+abc&ssl=0"},
+        {"https://service.tarnby.invalid/TARNBY7.TXT", "http://www.tarnby.invalid/tarnby7.txt?ssl=0"},
+        {"https://service.tarnby.invalid/x?ssl=0&A=B", "https://service.tarnby.invalid/x?ssl=0&A=B"},
+        {"http://service.tarnby.invalid/X", "http://service.tarnby.invalid/X"},
+        {"https://api.weather.gov/Alerts", "https://api.weather.gov/Alerts"},
+        {"https://relay.example/get?url=service.tarnby.invalid",
+         "https://relay.example/get?url=service.tarnby.invalid&ssl=0"}};
+    for (const auto &[url, expected] : rows) {
+        EXPECT_EQ(VendorUrl(url), expected);
+        EXPECT_EQ(VendorUrl(VendorUrl(url)), expected);
+    }
+}
 
 TEST_F(UrlTest, VendorUrlLeavesEverythingAloneOverHttps)
 {
@@ -122,31 +110,19 @@ TEST_F(UrlTest, OldSystemsRelayTheFourHostsByPrefix)
         EXPECT_EQ(RelayIfOldSystem(url), url);
 }
 
-struct EncodeCase {
-    QString text;
-    const char *expected;
-};
-
-class UrlEncodeTest : public ::testing::TestWithParam<EncodeCase>
+TEST(UrlEncodeTest, KeepsTheScanLengthOfTheOriginal)
 {
-};
-
-TEST_P(UrlEncodeTest, KeepsTheScanLengthOfTheOriginal)
-{
-    EXPECT_EQ(UrlEncode(GetParam().text), GetParam().expected);
+    const std::pair<QString, const char *> rows[] = {
+        {"", ""}, {"Abc019", "Abc019"}, {"a b", "a+b"}, {"a&b", "a%26b"},
+        // each escape pushes the tail beyond the scan: the last characters stay
+        {"&&&", "%26&&"}, {"a/b/c/d", "a%2Fb%2Fc/d"},
+        {"Done (modRetrieveWeather)", "Done+%28modRetrieveWeather)"},
+        {"Error 5: Access denied at line 3 (modMain.Main)",
+         "Error+5%3A+Access+denied+at+line+3+%28modMain%2EMain)"},
+        // no zero padding; codes above 255 as their UTF-16 value
+        {"x\ty", "x%9y"}, {QString::fromUtf8("é"), "%E9"}, {QString::fromUtf8("€"), "%20AC"}};
+    for (const auto &[text, expected] : rows)
+        EXPECT_EQ(UrlEncode(text), expected) << text.toStdString();
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, UrlEncodeTest,
-    ::testing::Values(EncodeCase{"", ""}, EncodeCase{"Abc019", "Abc019"}, EncodeCase{"a b", "a+b"},
-                      EncodeCase{"a&b", "a%26b"},
-                      // each escape pushes the tail beyond the scan: the last characters stay
-                      EncodeCase{"&&&", "%26&&"}, EncodeCase{"a/b/c/d", "a%2Fb%2Fc/d"},
-                      EncodeCase{"Done (modRetrieveWeather)", "Done+%28modRetrieveWeather)"},
-                      EncodeCase{"Error 5: Access denied at line 3 (modMain.Main)",
-                                 "Error+5%3A+Access+denied+at+line+3+%28modMain%2EMain)"},
-                      // no zero padding; codes above 255 as their UTF-16 value
-                      EncodeCase{"x\ty", "x%9y"}, EncodeCase{QString::fromUtf8("é"), "%E9"},
-                      EncodeCase{QString::fromUtf8("€"), "%20AC"}));
 
 } // namespace

@@ -17,35 +17,28 @@ constexpr const char *MapPage = R"(<html><head>
 <script>var frames = {"latest":"https:\/\/cdn.example.org\/loops\/latest.gif"};</script>
 </body></html>)";
 
-struct PickCase {
-    const char *parseText;
-    const char *expected; // {ROOT} stands for the service's address
-};
+using TbDownloaderPickTest = ChildProgramTest;
 
-class TbDownloaderPickTest : public ChildProgramTest, public ::testing::WithParamInterface<PickCase>
-{
-};
-
-TEST_P(TbDownloaderPickTest, ResolvesTheLinkTheInstructionNames)
+TEST_F(TbDownloaderPickTest, ResolvesTheLinkTheInstructionNames)
 {
     writeDocument(QStringLiteral("maps/page.html"), MapPage);
-    const ChildRun result =
-        runTbDownloader(url(QStringLiteral("/maps/page.html?parse=") + GetParam().parseText));
-    EXPECT_EQ(result.status, QStringLiteral("0"));
-    EXPECT_EQ(QString::fromUtf8(result.output),
-              QString::fromLatin1(GetParam().expected).replace(QStringLiteral("{ROOT}"), url({})));
+    const std::pair<const char *, const char *> rows[] = {
+        // images come before links, the first match in the page wins; {ROOT} is the service
+        {"radar", "{ROOT}/maps/radar/radar_0900.png"},
+        {"RADAR_0900_HI", "{ROOT}/maps/radar/radar_0900_hi.png"},
+        {"large", "{ROOT}/maps/radar/large.html"},
+        {"share", "{ROOT}/images/share.jpg"},
+        {"visible", "http://tiles.example.org/sat/visible.jpg"},
+        {"loops%2Flatest", "https://cdn.example.org/loops/latest.gif"},
+        {"", "{ROOT}/images/share.jpg"}};
+    for (const auto &[parseText, expected] : rows) {
+        const ChildRun result =
+            runTbDownloader(url(QStringLiteral("/maps/page.html?parse=") + parseText));
+        EXPECT_EQ(result.status, QStringLiteral("0")) << parseText;
+        EXPECT_EQ(QString::fromUtf8(result.output),
+                  QString::fromLatin1(expected).replace(QStringLiteral("{ROOT}"), url({})));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Pages, TbDownloaderPickTest,
-                         ::testing::Values(
-                             // images come before links, the first match in the page wins
-                             PickCase{"radar", "{ROOT}/maps/radar/radar_0900.png"},
-                             PickCase{"RADAR_0900_HI", "{ROOT}/maps/radar/radar_0900_hi.png"},
-                             PickCase{"large", "{ROOT}/maps/radar/large.html"},
-                             PickCase{"share", "{ROOT}/images/share.jpg"},
-                             PickCase{"visible", "http://tiles.example.org/sat/visible.jpg"},
-                             PickCase{"loops%2Flatest", "https://cdn.example.org/loops/latest.gif"},
-                             PickCase{"", "{ROOT}/images/share.jpg"}));
 
 TEST_F(TbDownloaderPickTest, ResolvesAgainstBaseAndKeepsTheOtherParameters)
 {
