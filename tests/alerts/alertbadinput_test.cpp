@@ -52,13 +52,11 @@ const std::pair<const char *, std::function<QString(const Service &)>> kBadAnswe
     {"CutInTheLastAlert", truncatedAt(0.97)},
     {"BinaryNoise", [](const Service &) { return QString::fromLatin1(QByteArray(512, '\xfe')); }},
     // a bulletin without text spoils the whole answer, also after good alerts
-    {"AlertWithoutText",
-     [](const Service &s) {
+    {"AlertWithoutText", [](const Service &s) {
          return answerOf(s.good)
              .replace("\"Message\": \"An Air", "\"Message\": null, \"x\": \"An Air")
              .replace("\"description\": \"At 310 PM", "\"description\": null, \"x\": \"At");
-     }},
-};
+     }}};
 
 class BadAlertAnswerTest : public AlertTest,
                            public ::testing::WithParamInterface<std::tuple<Service, std::size_t>>

@@ -35,22 +35,20 @@ TEST(AlertTables, EveryNumberInUseIsOffered)
 
 TEST(AlertTables, NamesAreMatchedWholeAndExactlyAfterTrimming)
 {
-    const std::pair<const char *, const char *> cases[] = {
-        {"Flood Warning", "21"},
-        {"Flash Flood Advisory", "31"},
-        {"  Tornado Warning ", "26"},
-        {"Marine Watch", "24"},
-        {"Blowing/Drifting Snow Watch", "122"},
-        {"Red Flag Warning", "307"},
-        {"Red Flag Watch", "0"},
-        {"Beach Hazards Statement", "29"},
-        {"Beach Hazards Warning", "0"},
-        {"Air Quality Alert", "104"},
-        {"Air Quality Alert Warning", "0"},
-        {"flood warning", "0"},
-        {"Special Weather Statement", "0"},
-        {"", "0"},
-    };
+    const std::pair<const char *, const char *> cases[] = {{"Flood Warning", "21"},
+                                                           {"Flash Flood Advisory", "31"},
+                                                           {"  Tornado Warning ", "26"},
+                                                           {"Marine Watch", "24"},
+                                                           {"Blowing/Drifting Snow Watch", "122"},
+                                                           {"Red Flag Warning", "307"},
+                                                           {"Red Flag Watch", "0"},
+                                                           {"Beach Hazards Statement", "29"},
+                                                           {"Beach Hazards Warning", "0"},
+                                                           {"Air Quality Alert", "104"},
+                                                           {"Air Quality Alert Warning", "0"},
+                                                           {"flood warning", "0"},
+                                                           {"Special Weather Statement", "0"},
+                                                           {"", "0"}};
     for (const auto &[name, code] : cases)
         EXPECT_EQ(AlertNameCode(name), code) << name;
 }
@@ -63,7 +61,7 @@ TEST(AlertCode, TheFirstSelectedNameWinsElseTheLastStands)
         {"Flood Watch, Heat Advisory", "26", "104"},
         {"Flood Watch, Ozone Action Day", "26", "0"},
         {"AMBER alert: abduction", ",", "303"},
-        {"Abduction Watch, Flood Watch", "26", "32"}, // the last name has a number
+        {"Abduction Watch, Flood Watch", "26", "32"} // the last name has a number
     };
     for (const auto &[names, selected, code] : cases)
         EXPECT_EQ(GetAlertCode(names, selected), code) << names << " / " << selected;
@@ -77,8 +75,7 @@ TEST_F(SelectedAlertsTest, WholeNumbersAreSelectedAndUnknownTypesUnlessNothingIs
 {
     const std::tuple<const char *, const char *, bool> cases[] = {
         {"30", "3,30,31", true}, {"3", "30,31", false}, {"0", "26", true},
-        {"0", ",", false},       {"26", ",", false},    {"0", "", true},
-    };
+        {"0", ",", false},       {"26", ",", false},    {"0", "", true}};
     for (const auto &[code, selected, taken] : cases)
         EXPECT_EQ(IsAlertSelected(code, selected), taken) << code << " in " << selected;
     EXPECT_EQ(SelectedAlerts(), DefaultSelectedAlerts()); // empty means the default
@@ -88,11 +85,9 @@ TEST_F(SelectedAlertsTest, WholeNumbersAreSelectedAndUnknownTypesUnlessNothingIs
 
 TEST(AlertSeverity, WarningBeforeWatchInAnyCase)
 {
-    const std::pair<const char *, const char *> cases[] = {
-        {"Tsunami Watch/Warning", "warning"},
-        {"WINTER STORM WATCH", "watch"},
-        {"Heat Advisory", "other"},
-    };
+    const std::pair<const char *, const char *> cases[] = {{"Tsunami Watch/Warning", "warning"},
+                                                           {"WINTER STORM WATCH", "watch"},
+                                                           {"Heat Advisory", "other"}};
     for (const auto &[name, severity] : cases)
         EXPECT_EQ(AlertSeverity(name), severity) << name;
 }

@@ -26,8 +26,7 @@ TEST(AlertShortTitle, NamesTheAlertWithoutItsState)
         {"severe thunderstorm watch for Linn County", "Severe Thunderstorm Watch For"},
         {"OZONE ACTION DAY for the metro area", "Ozone Action Day"},
         {"Winter Storm Warning has EXPIRED", ""},
-        {"Flood Watch cancelled", ""},
-    };
+        {"Flood Watch cancelled", ""}};
     for (const auto &[title, shortTitle] : cases)
         EXPECT_EQ(GetAlertShortTitle(title), shortTitle) << title;
 }
@@ -59,8 +58,7 @@ TEST_F(AlertTextTest, InfoJoinsShortTitlesAndKeepsTheAmpersandForTheLastAlert)
         {{"A", "B", "C"}, "A, B & C", "A, B &amp; C"},
         {{"", "B"}, "B", "B"},
         {{"A", "", "C"}, "A & C", "A &amp; C"},
-        {{"A", "B", ""}, "A, B", "A, B"},
-    };
+        {{"A", "B", ""}, "A, B", "A, B"}};
     for (const auto &[titles, plain, html] : cases) {
         std::vector<std::array<const char *, 4>> rows;
         for (const char *title : titles)
@@ -91,8 +89,7 @@ TEST_F(AlertTextTest, HtmlMarksUpHeadingsSectionsAndSeparators)
         {R"(One.\r\nTwo.)", "One.<br><br>Two."},
         {"One.<br><br><br><br>Two<br>.Three...", "One.<br><br>Two<br>Three"},
         {R"(ALERT\nNational Weather Service Portland OR\n120 PM PST Fri Dec 20 2019\n\n...FLOOD WATCH... Rain.)",
-         "<STRONG>ALERT</STRONG><br><br>FLOOD WATCH Rain."},
-    };
+         "<STRONG>ALERT</STRONG><br><br>FLOOD WATCH Rain."}};
     for (const auto &[body, html] : cases) {
         storeRows({{"", body, "", ""}});
         EXPECT_EQ(GetAlertsFullText(true, false), html) << body;
@@ -107,7 +104,7 @@ TEST_F(AlertTextTest, PlainRunsLinesIntoSentences)
         {"Rain\n heavy", "Rain. heavy"},
         {"One\r\nTwo\nThree", "One. Two. Three"},
         {"Note: \nRain...", "Note: Rain"},
-        {R"(One\nTwo)", R"(One\nTwo)"}, // the JSON escapes are text for the plain form
+        {R"(One\nTwo)", R"(One\nTwo)"} // the JSON escapes are text for the plain form
     };
     for (const auto &[body, plain] : cases) {
         storeRows({{"", body, "", ""}});

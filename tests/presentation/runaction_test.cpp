@@ -8,51 +8,42 @@ using namespace Tarnby;
 namespace
 {
 
-struct WordCase {
-    const char *content;
-    IfaceAction action;
-    const char *link;
-    bool radar;
-    int option;
-};
-
-class RunActionWords : public ::testing::TestWithParam<WordCase>
+TEST(RunActionWords, AreReadInLowerCase)
 {
-};
-
-TEST_P(RunActionWords, AreReadInLowerCase)
-{
-    const WordCase &c = GetParam();
-    const ActionRequest request = ParseRunAction(QString::fromLatin1(c.content));
-    EXPECT_EQ(request.action, c.action) << c.content;
-    EXPECT_EQ(request.link, QString::fromLatin1(c.link)) << c.content;
-    EXPECT_EQ(request.radar, c.radar) << c.content;
-    EXPECT_EQ(request.option, c.option) << c.content;
+    const struct {
+        const char *content;
+        IfaceAction action;
+        const char *link;
+        bool radar;
+        int option;
+    } rows[] = {{"ShowCurrent", IfaceAction::ShowCurrent, "", false, 0},
+                {" showhourly\n", IfaceAction::ShowHourly, "", false, 0},
+                {"SHOWPOP", IfaceAction::ShowPop, "", false, 0},
+                {"LaunchLink", IfaceAction::LaunchLink, "", false, 0},
+                {"launchhome", IfaceAction::LaunchNamed, "wxstationhomepage", false, 0},
+                {"LaunchRadarMap", IfaceAction::LaunchNamed, "radarmap", true, 0},
+                {"launchDailyForecast", IfaceAction::LaunchNamed, "dailyforecast", false, 0},
+                {"launchhelp", IfaceAction::LaunchNamed, "help", false, 0},
+                {"launch", IfaceAction::None, "", false, 0},
+                {"togglenextsection", IfaceAction::ToggleSection, "", false, 0},
+                {"ToggleSection", IfaceAction::ToggleSection, "", false, 0},
+                {"toggleprevioussection", IfaceAction::TogglePreviousSection, "", false, 0},
+                {"ShowAlertsMap", IfaceAction::ShowAlertsMap, "", false, 0},
+                {"SaveSingleSkinSetting(7)", IfaceAction::SaveSingleSkinSetting, "", false, 7},
+                {"savesingleskinsetting(20)", IfaceAction::None, "", false, 0},
+                {"savesingleskinsetting(x)", IfaceAction::None, "", false, 0},
+                {"retrieveweather", IfaceAction::RetrieveWeather, "", false, 0},
+                {"logerror", IfaceAction::LogError, "", false, 0},
+                {"no such word", IfaceAction::None, "", false, 0},
+                {"", IfaceAction::None, "", false, 0}};
+    for (const auto &r : rows) {
+        const ActionRequest request = ParseRunAction(QString::fromLatin1(r.content));
+        EXPECT_EQ(request.action, r.action) << r.content;
+        EXPECT_EQ(request.link, QString::fromLatin1(r.link)) << r.content;
+        EXPECT_EQ(request.radar, r.radar) << r.content;
+        EXPECT_EQ(request.option, r.option) << r.content;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, RunActionWords,
-    ::testing::Values(
-        WordCase{"ShowCurrent", IfaceAction::ShowCurrent, "", false, 0},
-        WordCase{" showhourly\n", IfaceAction::ShowHourly, "", false, 0},
-        WordCase{"SHOWPOP", IfaceAction::ShowPop, "", false, 0},
-        WordCase{"LaunchLink", IfaceAction::LaunchLink, "", false, 0},
-        WordCase{"launchhome", IfaceAction::LaunchNamed, "wxstationhomepage", false, 0},
-        WordCase{"LaunchRadarMap", IfaceAction::LaunchNamed, "radarmap", true, 0},
-        WordCase{"launchDailyForecast", IfaceAction::LaunchNamed, "dailyforecast", false, 0},
-        WordCase{"launchhelp", IfaceAction::LaunchNamed, "help", false, 0},
-        WordCase{"launch", IfaceAction::None, "", false, 0},
-        WordCase{"togglenextsection", IfaceAction::ToggleSection, "", false, 0},
-        WordCase{"ToggleSection", IfaceAction::ToggleSection, "", false, 0},
-        WordCase{"toggleprevioussection", IfaceAction::TogglePreviousSection, "", false, 0},
-        WordCase{"ShowAlertsMap", IfaceAction::ShowAlertsMap, "", false, 0},
-        WordCase{"SaveSingleSkinSetting(7)", IfaceAction::SaveSingleSkinSetting, "", false, 7},
-        WordCase{"savesingleskinsetting(20)", IfaceAction::None, "", false, 0},
-        WordCase{"savesingleskinsetting(x)", IfaceAction::None, "", false, 0},
-        WordCase{"retrieveweather", IfaceAction::RetrieveWeather, "", false, 0},
-        WordCase{"logerror", IfaceAction::LogError, "", false, 0},
-        WordCase{"no such word", IfaceAction::None, "", false, 0},
-        WordCase{"", IfaceAction::None, "", false, 0}));
 
 TEST(Sections, StepForwardAndBackThroughThreePages)
 {

@@ -7,69 +7,52 @@ using namespace Tarnby::Test;
 namespace
 {
 
-struct TemplateCase {
-    const char *stationType;
-    bool international;
-    const char *expected;
-};
-
-class TemplateChoice : public SkinTest, public ::testing::WithParamInterface<TemplateCase>
+class SkinFolder : public SkinTest
 {
 protected:
-    QString makeSkin(const QStringList &templates)
+    QString makeSkin(const QString &name, const QStringList &templates)
     {
-        const QString folder = InterfaceSkinFolder(QStringLiteral("Choice"));
+        const QString folder = InterfaceSkinFolder(name);
         CreateFolder(folder);
-        for (const QString &name : templates)
-            WriteFileAtomic(folder + u'/' + name, QStringLiteral("x"));
+        for (const QString &file : templates)
+            WriteFileAtomic(folder + u'/' + file, QStringLiteral("x"));
         return folder;
     }
 };
 
-// A skin with only Skin.tbt serves every family, at home and abroad: without Skini.tbt
-// the skin has no international flag.
-TEST_P(TemplateChoice, OnlySkinTbtServesEveryStation)
+// A skin with only Skin.tbt serves every family at home and abroad (without Skini.tbt it
+// has no international flag); abroad, a family without its own template takes Skini.tbt.
+TEST_F(SkinFolder, TemplateChoiceByFamilyAndPlace)
 {
-    const QString folder = makeSkin({QStringLiteral("Skin.tbt")});
-    const TemplateCase &c = GetParam();
-    const bool international = SkinHasInternationalTemplate(folder) && c.international;
-    EXPECT_EQ(GetSkinTemplateName(folder, QString::fromLatin1(c.stationType), international),
-              "Skin.tbt");
+    const QString only = makeSkin("Only", {"Skin.tbt"});
+    const QString kinds = makeSkin("Kinds", {"Skin.tbt", "Skini.tbt"});
+    const QString full =
+        makeSkin("Full", {"Skin.tbt", "Skini.tbt", "Skinwu.tbt", "Skiniwu.tbt", "Skincwop.tbt",
+                          "Skinicwop.tbt", "Skinnws.tbt", "Skininws.tbt"});
+    const struct {
+        const char *stationType;
+        bool international;
+        const char *expected; // from the full skin
+    } rows[] = {{"", false, "Skin.tbt"},
+                {"", true, "Skini.tbt"},
+                {"PWS (WeatherBug)", false, "Skin.tbt"},
+                {"PWS (WUnderground)", false, "Skinwu.tbt"},
+                {"ICAO (WUnderground)", true, "Skiniwu.tbt"},
+                {"CWOP", false, "Skincwop.tbt"},
+                {"CWOP", true, "Skinicwop.tbt"},
+                {"NWS", false, "Skinnws.tbt"},
+                {"NWS", true, "Skininws.tbt"}};
+    for (const auto &r : rows) {
+        SCOPED_TRACE(::testing::Message() << r.stationType << ' ' << r.international);
+        const QString type = QString::fromLatin1(r.stationType);
+        EXPECT_EQ(
+            GetSkinTemplateName(only, type, SkinHasInternationalTemplate(only) && r.international),
+            "Skin.tbt");
+        EXPECT_EQ(GetSkinTemplateName(kinds, type, r.international),
+                  r.international ? "Skini.tbt" : "Skin.tbt");
+        EXPECT_EQ(GetSkinTemplateName(full, type, r.international), r.expected);
+    }
 }
-
-// Abroad, a family without its own template abroad takes Skini.tbt.
-TEST_P(TemplateChoice, MissingFamilyFilesFallBackOnTheirKind)
-{
-    const QString folder = makeSkin({QStringLiteral("Skin.tbt"), QStringLiteral("Skini.tbt")});
-    const TemplateCase &c = GetParam();
-    EXPECT_EQ(GetSkinTemplateName(folder, QString::fromLatin1(c.stationType), c.international),
-              c.international ? "Skini.tbt" : "Skin.tbt");
-}
-
-TEST_P(TemplateChoice, FullSkinHasAFileForEachFamily)
-{
-    const QString folder =
-        makeSkin({"Skin.tbt", "Skini.tbt", "Skinwu.tbt", "Skiniwu.tbt", "Skincwop.tbt",
-                  "Skinicwop.tbt", "Skinnws.tbt", "Skininws.tbt"});
-    const TemplateCase &c = GetParam();
-    EXPECT_EQ(GetSkinTemplateName(folder, QString::fromLatin1(c.stationType), c.international),
-              c.expected);
-}
-
-INSTANTIATE_TEST_SUITE_P(Families, TemplateChoice,
-                         ::testing::Values(TemplateCase{"", false, "Skin.tbt"},
-                                           TemplateCase{"", true, "Skini.tbt"},
-                                           TemplateCase{"PWS (WeatherBug)", false, "Skin.tbt"},
-                                           TemplateCase{"PWS (WUnderground)", false, "Skinwu.tbt"},
-                                           TemplateCase{"ICAO (WUnderground)", true, "Skiniwu.tbt"},
-                                           TemplateCase{"CWOP", false, "Skincwop.tbt"},
-                                           TemplateCase{"CWOP", true, "Skinicwop.tbt"},
-                                           TemplateCase{"NWS", false, "Skinnws.tbt"},
-                                           TemplateCase{"NWS", true, "Skininws.tbt"}));
-
-class SkinFolder : public SkinTest
-{
-};
 
 TEST_F(SkinFolder, SkinIniSizesAreWholePixelsAboveZero)
 {

@@ -173,41 +173,31 @@ TEST_F(TooltipPage, StripKindDailyWinsOverHourly)
     EXPECT_EQ(TooltipStripKind(), QString());
 }
 
-struct PlacementCase {
-    const char *name;
-    TooltipAnchor anchor;
-    QRect icon;
-    QPoint expected;
-};
-
-class TooltipPlacement : public ::testing::TestWithParam<PlacementCase>
-{
-};
-
-TEST_P(TooltipPlacement, BesideTheIconInsideTheFreeArea)
-{
-    const PlacementCase &c = GetParam();
-    const QRect available(0, 30, 1280, 740); // a panel above and one below
-    EXPECT_EQ(TooltipPosition(c.anchor, QSize(200, 100), c.icon, available, QPoint(640, 400)),
-              c.expected)
-        << c.name;
-}
-
 TooltipAnchor customAt(const char *corner, QPoint point)
 {
     return TooltipAnchor{true, QLatin1String(corner), point};
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Table, TooltipPlacement,
-    ::testing::Values(
-        PlacementCase{"bottom panel", {}, QRect(1200, 775, 22, 22), QPoint(1080, 670)},
-        PlacementCase{"top panel", {}, QRect(600, 4, 22, 22), QPoint(510, 30)},
-        PlacementCase{"left panel", {}, QRect(-40, 300, 22, 22), QPoint(0, 260)},
-        PlacementCase{"unknown place", {}, QRect(), QPoint(540, 296)},
-        PlacementCase{"custom bottom right", customAt("BottomRight", {900, 700}), QRect(),
-                      QPoint(700, 600)},
-        PlacementCase{"custom top left", customAt("TopLeft", {10, 40}), QRect(1200, 775, 22, 22),
-                      QPoint(10, 40)}));
+TEST(TooltipPlacement, BesideTheIconInsideTheFreeArea)
+{
+    const QRect available(0, 30, 1280, 740); // a panel above and one below
+    const struct {
+        const char *name;
+        TooltipAnchor anchor;
+        QRect icon;
+        QPoint expected;
+    } rows[] = {
+        {"bottom panel", {}, QRect(1200, 775, 22, 22), QPoint(1080, 670)},
+        {"top panel", {}, QRect(600, 4, 22, 22), QPoint(510, 30)},
+        {"left panel", {}, QRect(-40, 300, 22, 22), QPoint(0, 260)},
+        {"unknown place", {}, QRect(), QPoint(540, 296)},
+        {"custom bottom right", customAt("BottomRight", {900, 700}), QRect(), QPoint(700, 600)},
+        {"custom top left", customAt("TopLeft", {10, 40}), QRect(1200, 775, 22, 22),
+         QPoint(10, 40)}};
+    for (const auto &r : rows)
+        EXPECT_EQ(TooltipPosition(r.anchor, QSize(200, 100), r.icon, available, QPoint(640, 400)),
+                  r.expected)
+            << r.name;
+}
 
 } // namespace

@@ -12,46 +12,42 @@ using namespace Tarnby;
 namespace
 {
 
-struct DigitCase {
-    const char *temperature;
-    TrayDigitOptions options;
-    const char *expected;
-};
-
 TrayDigitOptions opts(bool tenths, bool hideDigit = false, bool degree = false,
                       bool hideSign = false)
 {
     return TrayDigitOptions{tenths, hideDigit, degree, hideSign};
 }
 
-class DigitText : public ::testing::TestWithParam<DigitCase>
-{
-};
-
-TEST_P(DigitText, FollowsTheRulesInOrder)
+TEST(DigitText, FollowsTheRulesInOrder)
 {
     const Tarnby::Test::TestProfile profile;
-    const DigitCase &c = GetParam();
-    EXPECT_EQ(TrayDigitText(QString::fromUtf8(c.temperature), c.options),
-              QString::fromUtf8(c.expected));
+    const struct {
+        const char *temperature;
+        TrayDigitOptions options;
+        const char *expected;
+    } rows[] = {{"72", opts(false), "72"},
+                {"72.6", opts(false), "72"}, // cut, not rounded
+                {"-0.4", opts(false), "0"},
+                {"-0.4", opts(true), "-0.4"},
+                {"78.4", opts(true), "78.4"},
+                {"78", opts(true), "78"},
+                {"0", opts(true), "0"},
+                {"-5", opts(false), "-5"},
+                {"105", opts(true, true), "05"},
+                {"-105", opts(false, true), "-05"},
+                {"-105", opts(false, true, false, true), "05"},
+                {"105", opts(false), "105"},
+                {"105.3", opts(true, true), "105.3"},
+                {"99", opts(false, true), "99"},
+                {"", opts(true), "NA"},
+                {"N/A", opts(true, true, true), "NA\u00b0"},
+                {"-0.2", opts(false, false, true), "0\u00b0"},
+                {"-12", opts(false, false, true, true), "12\u00b0"}};
+    for (const auto &r : rows)
+        EXPECT_EQ(TrayDigitText(QString::fromUtf8(r.temperature), r.options),
+                  QString::fromUtf8(r.expected))
+            << r.temperature;
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, DigitText,
-    ::testing::Values(DigitCase{"72", opts(false), "72"},
-                      DigitCase{"72.6", opts(false), "72"}, // cut, not rounded
-                      DigitCase{"-0.4", opts(false), "0"}, DigitCase{"-0.4", opts(true), "-0.4"},
-                      DigitCase{"78.4", opts(true), "78.4"}, DigitCase{"78", opts(true), "78"},
-                      DigitCase{"0", opts(true), "0"}, DigitCase{"-5", opts(false), "-5"},
-                      DigitCase{"105", opts(true, true), "05"},
-                      DigitCase{"-105", opts(false, true), "-05"},
-                      DigitCase{"-105", opts(false, true, false, true), "05"},
-                      DigitCase{"105", opts(false), "105"},
-                      DigitCase{"105.3", opts(true, true), "105.3"},
-                      DigitCase{"99", opts(false, true), "99"}, DigitCase{"", opts(true), "NA"},
-                      DigitCase{"N/A", opts(true, true, true), "NA\u00b0"},
-                      DigitCase{"-0.2", opts(false, false, true), "0\u00b0"},
-                      DigitCase{"-12", opts(false, false, true, true), "12\u00b0"}));
 
 class TrayColours : public Tarnby::Test::ProfileTest
 {

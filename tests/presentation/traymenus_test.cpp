@@ -69,19 +69,17 @@ TEST(ClickActions, StoredWordsAndTheDoubleClickDifference)
         const char *stored;
         bool doubleClick;
         TrayClickAction action;
-    } cases[] = {
-        {"Open Tarnby", false, TrayClickAction::OpenTarnby},
-        {"Open last viewed map", true, TrayClickAction::OpenLastMap},
-        {"Refresh weather information", true, TrayClickAction::RefreshWeather},
-        {"Switch to previous weather station", false, TrayClickAction::SwapStations},
-        {"Switch to previous weather station", true, TrayClickAction::None},
-        {"Switch to previous weather station:  Call SwapCityCodes", true,
-         TrayClickAction::SwapStations},
-        {"Switch to previous Active City", true, TrayClickAction::SwapStations},
-        {"Goto WeatherBug Website", false, TrayClickAction::WeatherBugSite},
-        {"Visit Weather Underground", false, TrayClickAction::WUndergroundSite},
-        {"No Action", false, TrayClickAction::None},
-    };
+    } cases[] = {{"Open Tarnby", false, TrayClickAction::OpenTarnby},
+                 {"Open last viewed map", true, TrayClickAction::OpenLastMap},
+                 {"Refresh weather information", true, TrayClickAction::RefreshWeather},
+                 {"Switch to previous weather station", false, TrayClickAction::SwapStations},
+                 {"Switch to previous weather station", true, TrayClickAction::None},
+                 {"Switch to previous weather station:  Call SwapCityCodes", true,
+                  TrayClickAction::SwapStations},
+                 {"Switch to previous Active City", true, TrayClickAction::SwapStations},
+                 {"Goto WeatherBug Website", false, TrayClickAction::WeatherBugSite},
+                 {"Visit Weather Underground", false, TrayClickAction::WUndergroundSite},
+                 {"No Action", false, TrayClickAction::None}};
     for (const auto &c : cases)
         EXPECT_EQ(ClickActionFor(QLatin1String(c.stored), c.doubleClick), c.action) << c.stored;
 }

@@ -187,17 +187,15 @@ TEST(MetarValidity, OnlyUsReportsOfTheStationServicesPass)
     const struct {
         const char *text;
         bool valid;
-    } cases[] = {
-        {"METAR KLAX 201553Z VRB04KT 10SM SCT021 BKN140 17/11 A2999", true},
-        {"METAR klax 201553z vrb04kt 10sm 17/11 a2999", true},
-        {"KLAX 201553Z VRB04KT 10SM SCT021 BKN140 17/11 A2999", false},
-        {"metar KLAX 201553Z 10SM 17/11 A2999", false},
-        {"METAR AGGH 201100Z 00000KT 9999 -DZ FEW005 24/24 Q1012", false},
-        {"METAR KLAX 201553Z 10SM 17/11 Q1013", false},
-        {"METAR KLAX 201553Z 10SM 17/11 <b>A2999</b>", false},
-        {"METAR KLAX 201553Z 10SM 1711 A2999", false},
-        {"METAR ", false},
-    };
+    } cases[] = {{"METAR KLAX 201553Z VRB04KT 10SM SCT021 BKN140 17/11 A2999", true},
+                 {"METAR klax 201553z vrb04kt 10sm 17/11 a2999", true},
+                 {"KLAX 201553Z VRB04KT 10SM SCT021 BKN140 17/11 A2999", false},
+                 {"metar KLAX 201553Z 10SM 17/11 A2999", false},
+                 {"METAR AGGH 201100Z 00000KT 9999 -DZ FEW005 24/24 Q1012", false},
+                 {"METAR KLAX 201553Z 10SM 17/11 Q1013", false},
+                 {"METAR KLAX 201553Z 10SM 17/11 <b>A2999</b>", false},
+                 {"METAR KLAX 201553Z 10SM 1711 A2999", false},
+                 {"METAR ", false}};
     for (const auto &c : cases)
         EXPECT_EQ(clsMetar::IsValidMetar(QString::fromLatin1(c.text)), c.valid) << c.text;
 }

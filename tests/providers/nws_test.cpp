@@ -161,23 +161,21 @@ TEST(NwsValues, ReadJsonQuantityConvertsByUnit)
 
 TEST(NwsValues, IconNameByFirstFittingWord)
 {
-    const std::pair<const char *, const char *> cases[] = {
-        {"Clear", "skc"},
-        {"Mostly Clear", "few"},
-        {"Partly Cloudy", "sct"},
-        {"Mostly Cloudy", "bkn"},
-        {"Overcast", "ovc"},
-        {"Light Snow, Mist", "snow"},
-        {"Haze", "haze"},
-        {"Blowing Sand", "dust"},
-        {"Funnel Cloud", "tornado"},
-        {"Freezing Fog", "fog"},
-        {"Thunderstorm Rain", "tsra_sct"},
-        {"Ice Pellets", "sleet"},
-        {"Light Drizzle", "rain"},
-        {"", "skc"},
-        {"Indefinite", "skc"},
-    };
+    const std::pair<const char *, const char *> cases[] = {{"Clear", "skc"},
+                                                           {"Mostly Clear", "few"},
+                                                           {"Partly Cloudy", "sct"},
+                                                           {"Mostly Cloudy", "bkn"},
+                                                           {"Overcast", "ovc"},
+                                                           {"Light Snow, Mist", "snow"},
+                                                           {"Haze", "haze"},
+                                                           {"Blowing Sand", "dust"},
+                                                           {"Funnel Cloud", "tornado"},
+                                                           {"Freezing Fog", "fog"},
+                                                           {"Thunderstorm Rain", "tsra_sct"},
+                                                           {"Ice Pellets", "sleet"},
+                                                           {"Light Drizzle", "rain"},
+                                                           {"", "skc"},
+                                                           {"Indefinite", "skc"}};
     for (const auto &[condition, name] : cases)
         EXPECT_TRUE(GetNwsIconAddress(condition).contains(QStringLiteral("/") + name + "?"))
             << condition << " -> " << GetNwsIconAddress(condition).toStdString();

@@ -214,8 +214,7 @@ TEST_F(StationSelection, WebPageByFamily)
          "https://weather.gladstonefamily.net/site/"
          "search?site=C1234&Get+information=Get+information"},
         {{"Ames", "AMSHS", "50010", "42.0", "-93.6", ""},
-         "https://www.weatherbug.com/common/jump.aspx?stat=AMSHS"},
-    };
+         "https://www.weatherbug.com/common/jump.aspx?stat=AMSHS"}};
     for (const auto &[station, page] : cases) {
         ChangeWeatherStation(station.toLine());
         EXPECT_EQ(StationWebPage(), page) << station.StationType.toStdString();

@@ -267,14 +267,12 @@ TEST(SkinBridgeTest, PagesOfferWhatTheWindowCalls)
     const QStringList bridged = {QStringLiteral("TB-RunAction"), QStringLiteral("TB-Link"),
                                  QStringLiteral("TB-Error"), QStringLiteral("TB-ProgressBar"),
                                  QStringLiteral("TB-NewsStoryLink")};
-    const Bridge bridges[] = {
-        {"Splendid4",
-         common + QStringList{QStringLiteral("refreshRealtimeData"),
-                              QStringLiteral("refreshRealtimeCondition")},
-         bridged +
-             QStringList{QStringLiteral("TB-SuspendUpdate"), QStringLiteral("1TB-SkinOption")}},
-        {"TextOnly", common, bridged + QStringList{QStringLiteral("Body")}},
-    };
+    const Bridge bridges[] = {{"Splendid4",
+                               common + QStringList{QStringLiteral("refreshRealtimeData"),
+                                                    QStringLiteral("refreshRealtimeCondition")},
+                               bridged + QStringList{QStringLiteral("TB-SuspendUpdate"),
+                                                     QStringLiteral("1TB-SkinOption")}},
+                              {"TextOnly", common, bridged + QStringList{QStringLiteral("Body")}}};
     static const QRegularExpression action(
         QStringLiteral("(?:setRunAction|act|launch)\\('([A-Za-z]+)'\\)"));
 
