@@ -12,9 +12,7 @@ using Tarnby::Test::ChildReply;
 namespace
 {
 
-class TempFileTest : public Test::FetchTest
-{
-};
+using TempFileTest = Test::FetchTest;
 
 TEST_F(TempFileTest, UniqueNamesInTheProfileAndDeletionByPrefix)
 {
@@ -34,9 +32,7 @@ TEST_F(TempFileTest, UniqueNamesInTheProfileAndDeletionByPrefix)
     EXPECT_EQ(left, QStringList({"TBL2.txt", "other.tmp"}));
 }
 
-class JobTest : public Test::ScriptedFetchTest
-{
-};
+using JobTest = Test::ScriptedFetchTest;
 
 TEST_F(JobTest, EmptyUrlLaunchesNothingButCountsAsStarted)
 {
@@ -86,16 +82,14 @@ TEST_F(JobTest, CacheBusterAndVendorRouteTouchTheUrlButNotTheFiles)
 
 TEST(StatusValueTest, TakesTheLeadingNumber)
 {
-    const std::pair<const char *, double> rows[] = {{"", 0},      {" 3 ", 3},  {"407 Proxy", 407},
-                                                    {"abc", 0},   {"12abc", 12}, {"3.5", 3.5},
-                                                    {"-1", -1},   {"0x1F", 0}};
+    const std::pair<const char *, double> rows[] = {{"", 0},    {" 3 ", 3},    {"407 Proxy", 407},
+                                                    {"abc", 0}, {"12abc", 12}, {"3.5", 3.5},
+                                                    {"-1", -1}, {"0x1F", 0}};
     for (const auto &[text, value] : rows)
         EXPECT_EQ(StatusValue(text), value) << text;
 }
 
-class DownloadItTest : public Test::ScriptedFetchTest
-{
-};
+using DownloadItTest = Test::ScriptedFetchTest;
 
 TEST_F(DownloadItTest, BodyOnlyOnStatusZeroAndNoFileLeft)
 {
@@ -149,7 +143,7 @@ TEST_F(DownloadItTest, RemoteLogRunsThirtyMinutes)
     process().LogEnabled = true;
     process().LogStartedAt = fixed.now();
     Log("Done (modRetrieveWeather)");
-    EXPECT_EQ(launchedUrls(),
+    EXPECT_EQ(children.urls(),
               QStringList({"https://service.tarnby.invalid/tarnby/App/Log/?Version=" TARNBY_VERSION
                            "&Message=Done+%28modRetrieveWeather)"}));
     fixed.advanceSeconds(30 * 60);

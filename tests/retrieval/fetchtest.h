@@ -30,14 +30,6 @@ protected:
 class ScriptedFetchTest : public FetchTest
 {
 protected:
-    QStringList launchedUrls() const
-    {
-        QStringList urls;
-        for (const auto &launch : children.launches)
-            urls.append(launch.url);
-        return urls;
-    }
-
     ScriptedChildren children;
 };
 

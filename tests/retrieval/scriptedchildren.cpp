@@ -31,4 +31,12 @@ qint64 ScriptedChildren::start(const QString &program, const QStringList &argume
     return m_nextPid++;
 }
 
+QStringList ScriptedChildren::urls() const
+{
+    QStringList urls;
+    for (const Launch &launch : launches)
+        urls.append(launch.url);
+    return urls;
+}
+
 } // namespace Tarnby::Test

@@ -42,6 +42,7 @@ public:
     qint64 start(const QString &program, const QStringList &arguments) override;
     bool isRunning(qint64) override { return false; } // every child ends at once
     void end(qint64 pid) override { ended.append(pid); }
+    QStringList urls() const;
 
     std::function<ChildReply(const QString &url)> script;
     QList<Launch> launches;

@@ -35,9 +35,7 @@ protected:
     QHash<QString, ChildReply> replies;
 };
 
-class ServiceSettingsTest : public VendorServiceTest
-{
-};
+using ServiceSettingsTest = VendorServiceTest;
 
 TEST_F(ServiceSettingsTest, AcceptedValuesReachProcessAndStore)
 {
@@ -47,7 +45,7 @@ TEST_F(ServiceSettingsTest, AcceptedValuesReachProcessAndStore)
                  "<nwssource>mesowest</nwssource><wusource>wb</wusource><mapsource>tb5</mapsource>"
                  "<googlegeocodekey>G1</googlegeocodekey><googlemapkey>G2</googlemapkey>"
                  "<unknown>x</unknown></settings>");
-    EXPECT_EQ(launchedUrls(), QStringList({kVendor + "/GetTbSettings?Version=0.1.00"}));
+    EXPECT_EQ(children.urls(), QStringList({kVendor + "/GetTbSettings?Version=0.1.00"}));
     const ProcessValues &v = process();
     EXPECT_TRUE(v.SettingsLoaded);
     EXPECT_EQ(QStringList({v.IntlDailyForecastSource, v.PulseUrl, v.WuKey, v.NwsSource, v.WuSource,
@@ -130,9 +128,7 @@ TEST_F(ServiceSettingsTest, AFailedLoadIsRetriedAfterAnHour)
     EXPECT_EQ(children.launches.size(), 2);
 }
 
-class ApiTokenTest : public VendorServiceTest
-{
-};
+using ApiTokenTest = VendorServiceTest;
 
 TEST_F(ApiTokenTest, FetchedWhenMissingAndAfterTwentyThreeHours)
 {
@@ -141,7 +137,7 @@ TEST_F(ApiTokenTest, FetchedWhenMissingAndAfterTwentyThreeHours)
     SavePref("Misc", "Version", "0.1.00");
     replies[kVendor + "/GetPulseApiKey"] = ChildReply::answer("0", "TOKEN1\r\n");
     EXPECT_EQ(GetApiToken(), "TOKEN1");
-    EXPECT_EQ(launchedUrls(), QStringList({kVendor + "/GetPulseApiKey?Version=0.1.00"}));
+    EXPECT_EQ(children.urls(), QStringList({kVendor + "/GetPulseApiKey?Version=0.1.00"}));
     EXPECT_EQ(GetPref("Misc", "Token"), "TOKEN1");
 
     replies[kVendor + "/GetPulseApiKey"] = ChildReply::answer("0", "TOKEN2");
@@ -165,15 +161,13 @@ TEST_F(ApiTokenTest, ClearedUndatedOrMissingTokensAreFetchedAgain)
     EXPECT_EQ(children.launches.size(), 3);
 }
 
-class HttpsProbeTest : public VendorServiceTest
-{
-};
+using HttpsProbeTest = VendorServiceTest;
 
 TEST_F(HttpsProbeTest, PlainHttpOnlyWhenHttpsFailsAndPlainAnswers)
 {
     const QString plain = "http://www.tarnby.invalid/tarnby/app/downloadtest";
     EXPECT_FALSE(HttpsProbe()); // nothing answers: stay with HTTPS
-    EXPECT_EQ(launchedUrls(),
+    EXPECT_EQ(children.urls(),
               QStringList({kVendor + "/tarnby/app/downloadtest", plain + "?ssl=0"}));
 
     replies[plain] = ChildReply::answer("0", " ok\r\n");

@@ -11,9 +11,7 @@ using namespace Tarnby;
 namespace
 {
 
-class UrlTest : public Test::ProfileTest
-{
-};
+using UrlTest = Test::ProfileTest;
 
 constexpr Host kFirstHost = Host::Vendor;
 constexpr Host kLastHost = Host::Instagram;
@@ -67,8 +65,10 @@ TEST_F(UrlTest, VendorUrlRewritesOnlyVendorHttpsOnce)
          "http://www.tarnby.invalid/gettbsettings?version=1.2.03&ssl=0"},
         {"https://service.tarnby.invalid/tarnby/App/Log/?Message=Done+ABC",
          "http://www.tarnby.invalid/tarnby/app/log/?message=done+abc&ssl=0"},
-        {"https://service.tarnby.invalid/TARNBY7.TXT", "http://www.tarnby.invalid/tarnby7.txt?ssl=0"},
-        {"https://service.tarnby.invalid/x?ssl=0&A=B", "https://service.tarnby.invalid/x?ssl=0&A=B"},
+        {"https://service.tarnby.invalid/TARNBY7.TXT",
+         "http://www.tarnby.invalid/tarnby7.txt?ssl=0"},
+        {"https://service.tarnby.invalid/x?ssl=0&A=B",
+         "https://service.tarnby.invalid/x?ssl=0&A=B"},
         {"http://service.tarnby.invalid/X", "http://service.tarnby.invalid/X"},
         {"https://api.weather.gov/Alerts", "https://api.weather.gov/Alerts"},
         {"https://relay.example/get?url=service.tarnby.invalid",
@@ -113,14 +113,20 @@ TEST_F(UrlTest, OldSystemsRelayTheFourHostsByPrefix)
 TEST(UrlEncodeTest, KeepsTheScanLengthOfTheOriginal)
 {
     const std::pair<QString, const char *> rows[] = {
-        {"", ""}, {"Abc019", "Abc019"}, {"a b", "a+b"}, {"a&b", "a%26b"},
+        {"", ""},
+        {"Abc019", "Abc019"},
+        {"a b", "a+b"},
+        {"a&b", "a%26b"},
         // each escape pushes the tail beyond the scan: the last characters stay
-        {"&&&", "%26&&"}, {"a/b/c/d", "a%2Fb%2Fc/d"},
+        {"&&&", "%26&&"},
+        {"a/b/c/d", "a%2Fb%2Fc/d"},
         {"Done (modRetrieveWeather)", "Done+%28modRetrieveWeather)"},
         {"Error 5: Access denied at line 3 (modMain.Main)",
          "Error+5%3A+Access+denied+at+line+3+%28modMain%2EMain)"},
         // no zero padding; codes above 255 as their UTF-16 value
-        {"x\ty", "x%9y"}, {QString::fromUtf8("é"), "%E9"}, {QString::fromUtf8("€"), "%20AC"}};
+        {"x\ty", "x%9y"},
+        {QString::fromUtf8("é"), "%E9"},
+        {QString::fromUtf8("€"), "%20AC"}};
     for (const auto &[text, expected] : rows)
         EXPECT_EQ(UrlEncode(text), expected) << text.toStdString();
 }

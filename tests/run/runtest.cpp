@@ -49,14 +49,6 @@ qint64 ScriptedRunChildren::start(const QString &program, const QStringList &arg
     return 1;
 }
 
-QStringList ScriptedRunChildren::urls() const
-{
-    QStringList urls;
-    for (const Launch &launch : launches)
-        urls.append(launch.url);
-    return urls;
-}
-
 RunTest::RunTest()
 {
     writeHelpers(helpers);

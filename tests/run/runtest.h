@@ -50,7 +50,6 @@ class ScriptedRunChildren : public ScriptedChildren
 public:
     using ScriptedChildren::ScriptedChildren;
     qint64 start(const QString &program, const QStringList &arguments) override;
-    QStringList urls() const;
 
     QStringList drawerLaunches; // the map drawer's arguments, joined by blanks
 };

@@ -20,9 +20,7 @@ RunUrlInput station(const char *group, bool international, const char *code = "K
 
 const QString kPlace = "location=41.533,-93.648&locationtype=latitudelongitude&units=english";
 
-class RunUrlsTest : public Tarnby::Test::ProfileTest
-{
-};
+using RunUrlsTest = Tarnby::Test::ProfileTest;
 
 TEST_F(RunUrlsTest, AUsWeatherBugStation)
 {

@@ -62,6 +62,8 @@ ChildRun ChildProgramTest::finishedRun() const
 ChildRun ChildProgramTest::run(const QString &name, const QStringList &arguments,
                                const QProcessEnvironment &environment)
 {
+    for (const char *job : {"output", "status"}) // what an earlier run left
+        QFile::remove(workFile(QLatin1String(job)));
     QProcess process;
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(m_work.path());

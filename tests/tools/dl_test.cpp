@@ -26,34 +26,24 @@ TEST_F(DlTest, DeliversTheBodyAndThenStatusZero)
     EXPECT_EQ(result.output, QByteArray("{\"temp\":\"21\"}"));
 }
 
-struct FailureCase {
-    const char *route;
-    const char *path;
-    const char *status;
-};
-
-class DlFailureTest : public ChildProgramTest, public ::testing::WithParamInterface<FailureCase>
+TEST_F(DlTest, FailuresWriteTheStatusAndNoBody)
 {
-};
-
-TEST_P(DlFailureTest, WritesTheStatusAndNoBody)
-{
-    writeRoutes(GetParam().route);
     writeDocument(QStringLiteral("doc.txt"), "a body that must not be delivered");
-    const ChildRun result = runDl(url(QString::fromLatin1(GetParam().path)));
-    EXPECT_EQ(result.exitCode, 1);
-    EXPECT_EQ(result.status, QString::fromLatin1(GetParam().status));
-    EXPECT_TRUE(result.output.isEmpty());
+    const struct {
+        const char *route, *path, *status;
+    } rows[] = {{"/doc.txt\t401\theader=WWW-Authenticate: Basic realm=\"x\"\n", "/doc.txt", "401"},
+                {"/doc.txt\t407\n", "/doc.txt", "407"},
+                {"", "/missing.txt", "404"},
+                {"/doc.txt\t500\n", "/doc.txt", "500"},
+                {"/loop\t302\tlocation=/loop\n", "/loop", "1047"}};
+    for (const auto &r : rows) {
+        writeRoutes(r.route);
+        const ChildRun result = runDl(url(QString::fromLatin1(r.path)));
+        EXPECT_EQ(result.exitCode, 1) << r.route;
+        EXPECT_EQ(result.status, QString::fromLatin1(r.status)) << r.route;
+        EXPECT_TRUE(result.output.isEmpty()) << r.route;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Statuses, DlFailureTest,
-    ::testing::Values(FailureCase{"/doc.txt\t401\theader=WWW-Authenticate: Basic realm=\"x\"\n",
-                                  "/doc.txt", "401"},
-                      FailureCase{"/doc.txt\t407\n", "/doc.txt", "407"},
-                      FailureCase{"", "/missing.txt", "404"},
-                      FailureCase{"/doc.txt\t500\n", "/doc.txt", "500"},
-                      FailureCase{"/loop\t302\tlocation=/loop\n", "/loop", "1047"}));
 
 TEST_F(DlTest, UnreachableHostsGiveStatusThree)
 {
@@ -174,46 +164,39 @@ TEST_F(DlTest, DiesWithItsParent)
     EXPECT_TRUE(processEnded(childPid));
 }
 
-struct CommandLineCase {
-    QStringList arguments; // OUT, STATUS and URL stand for the job's files and a document
-    int exitCode;
-    const char *status; // nullptr: no status file
-};
-
-class DlCommandLineTest : public ChildProgramTest,
-                          public ::testing::WithParamInterface<CommandLineCase>
-{
-};
-
-TEST_P(DlCommandLineTest, FailsCleanly)
+TEST_F(DlTest, OddCommandLinesFailCleanly)
 {
     writeDocument(QStringLiteral("doc.txt"), "x");
-    QStringList arguments = GetParam().arguments;
-    for (QString &argument : arguments)
-        argument.replace(QStringLiteral("OUT"), workFile(QStringLiteral("output")))
-            .replace(QStringLiteral("STATUS"), workFile(QStringLiteral("status")))
-            .replace(QStringLiteral("URL"), url(QStringLiteral("/doc.txt")));
-    const ChildRun result = run(QStringLiteral("dl"), arguments);
-    EXPECT_FALSE(result.crashed);
-    EXPECT_EQ(result.exitCode, GetParam().exitCode);
-    EXPECT_EQ(result.statusWritten, GetParam().status != nullptr);
-    if (GetParam().status)
-        EXPECT_EQ(result.status, QString::fromLatin1(GetParam().status));
-    else
-        EXPECT_FALSE(result.errors.isEmpty());
+    const struct {
+        QStringList arguments; // OUT, STATUS and URL stand for the job's files and a document
+        int exitCode;
+        const char *status; // nullptr: no status file
+    } rows[] = {{{}, 2, nullptr},
+                {{"URL", "OUT", "STATUS"}, 2, nullptr},
+                {{"garbage"}, 2, nullptr},
+                {{"URL|OUT|/no/such/folder/status"}, 2, nullptr},
+                {{"|OUT|STATUS"}, 1, "1"},
+                {{"URL||STATUS"}, 1, "1"},
+                {{"URL|/no/such/folder/out|STATUS"}, 1, "1023"},
+                {{"file:///etc/passwd|OUT|STATUS"}, 1, "1001"},
+                {{"http://[::1|OUT|STATUS"}, 1, "1003"}};
+    for (const auto &r : rows) {
+        SCOPED_TRACE(r.arguments.join(' ').toStdString());
+        QStringList arguments = r.arguments;
+        for (QString &argument : arguments)
+            argument.replace(QStringLiteral("OUT"), workFile(QStringLiteral("output")))
+                .replace(QStringLiteral("STATUS"), workFile(QStringLiteral("status")))
+                .replace(QStringLiteral("URL"), url(QStringLiteral("/doc.txt")));
+        const ChildRun result = run(QStringLiteral("dl"), arguments);
+        EXPECT_FALSE(result.crashed);
+        EXPECT_EQ(result.exitCode, r.exitCode);
+        EXPECT_EQ(result.statusWritten, r.status != nullptr);
+        if (r.status)
+            EXPECT_EQ(result.status, QString::fromLatin1(r.status));
+        else
+            EXPECT_FALSE(result.errors.isEmpty());
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    OddLines, DlCommandLineTest,
-    ::testing::Values(CommandLineCase{{}, 2, nullptr},
-                      CommandLineCase{{"URL", "OUT", "STATUS"}, 2, nullptr},
-                      CommandLineCase{{"garbage"}, 2, nullptr},
-                      CommandLineCase{{"URL|OUT|/no/such/folder/status"}, 2, nullptr},
-                      CommandLineCase{{"|OUT|STATUS"}, 1, "1"},
-                      CommandLineCase{{"URL||STATUS"}, 1, "1"},
-                      CommandLineCase{{"URL|/no/such/folder/out|STATUS"}, 1, "1023"},
-                      CommandLineCase{{"file:///etc/passwd|OUT|STATUS"}, 1, "1001"},
-                      CommandLineCase{{"http://[::1|OUT|STATUS"}, 1, "1003"}));
 
 } // namespace
 } // namespace Tarnby::Test
