@@ -29,7 +29,7 @@ protected:
     QTemporaryDir m_dir;
 };
 
-TEST_F(CliTest, SetThenGetInBothModes)
+TEST_F(CliTest, SetGetAndDeleteInBothModes)
 {
     for (bool ini : {false, true}) {
         EXPECT_EQ(cli({"set", "Conversion", "Offset", "-5"}, ini).code, 0);
@@ -38,19 +38,11 @@ TEST_F(CliTest, SetThenGetInBothModes)
         EXPECT_EQ(got.out, "-5\n");
     }
     EXPECT_TRUE(QFile::exists(m_dir.filePath("settings.sqlite")));
-}
-
-TEST_F(CliTest, MissingKeyPrintsAnEmptyLine)
-{
-    const Result got = cli({"get", "Misc", "Nothing"});
-    EXPECT_EQ(got.code, 0);
-    EXPECT_EQ(got.out, "\n");
-}
-
-TEST_F(CliTest, DeleteTakesSubSections)
-{
+    const Result missing = cli({"get", "Misc", "Nothing"});
+    EXPECT_EQ(missing.code, 0);
+    EXPECT_EQ(missing.out, "\n");
     cli({"set", "Cache\\KDSM\\Current", "temp", "71"});
-    EXPECT_EQ(cli({"delete", "Cache"}).code, 0);
+    EXPECT_EQ(cli({"delete", "Cache"}).code, 0); // with its sub-sections
     EXPECT_EQ(cli({"get", "Cache\\KDSM\\Current", "temp"}).out, "\n");
 }
 
@@ -105,21 +97,17 @@ QString alertDocument(const char *name)
     return Tarnby::Test::dataFile(QStringLiteral("alerts/") + QLatin1String(name));
 }
 
-TEST_F(CliTest, ParseWritesTheBranchAndPrintsIt)
+TEST_F(CliTest, ParseWritesTheBranchAndAnUnreadableDocumentKeepsIt)
 {
+    const QString expected = Tarnby::Test::readDataFile("alerts/nws-floodwatch.expected");
     const Result parsed = cli({"parse", "nws-alerts", alertDocument("nws-floodwatch.json")});
     EXPECT_EQ(parsed.code, 0);
-    EXPECT_EQ(parsed.out, Tarnby::Test::readDataFile("alerts/nws-floodwatch.expected"));
+    EXPECT_EQ(parsed.out, expected);
     EXPECT_EQ(cli({"get", "Cache\\na\\Alerts", "title1"}).out, "Flood Watch\n");
-}
-
-TEST_F(CliTest, ParseOfAnUnreadableDocumentKeepsTheBranchAndFails)
-{
-    cli({"parse", "nws-alerts", alertDocument("nws-floodwatch.json")});
-    const Result parsed = cli({"parse", "nws-alerts", alertDocument("pulse-empty.json")});
-    EXPECT_EQ(parsed.code, 1);
-    EXPECT_EQ(parsed.out, Tarnby::Test::readDataFile("alerts/nws-floodwatch.expected"));
-    EXPECT_FALSE(parsed.err.isEmpty());
+    const Result unreadable = cli({"parse", "nws-alerts", alertDocument("pulse-empty.json")});
+    EXPECT_EQ(unreadable.code, 1);
+    EXPECT_EQ(unreadable.out, expected);
+    EXPECT_FALSE(unreadable.err.isEmpty());
 }
 
 TEST_F(CliTest, ParseNamesItsKindsOnBadUsage)

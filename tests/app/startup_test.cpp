@@ -199,25 +199,19 @@ TEST_F(StartupTest, MapTemplateFollowsTheStretchChoice)
     EXPECT_EQ(ReadFile(profileFile("Map.wtp")), "<body onResize=''>");
 }
 
-TEST_F(StartupTest, ProxyCredentialsAreDecoded)
+TEST_F(StartupTest, ProxyCredentialsAreDecodedAndServiceSettingsCheckedOneByOne)
 {
     OpenSettingsStore(QString());
     SavePref("Proxy", "Server", "proxy.lan");
     SavePref("Proxy", "Username", EncodeCredential("alice"));
     SavePref("Proxy", "Password", EncodeCredential("s3cret"));
-    LoadProcessValues();
-    EXPECT_EQ(process().ProxyServer, "proxy.lan");
-    EXPECT_EQ(process().ProxyUser, "alice");
-    EXPECT_EQ(process().ProxyPassword, "s3cret");
-}
-
-TEST_F(StartupTest, StoredServiceSettingsAreCheckedOneByOne)
-{
-    OpenSettingsStore(QString());
     SavePref("Misc", "SettingPulseUrl", "ftp://wrong");
     SavePref("Misc", "SettingNwsSource", "mesowest");
     SavePref("Misc", "SettingWuSource", "xyz");
     LoadProcessValues();
+    EXPECT_EQ(process().ProxyServer, "proxy.lan");
+    EXPECT_EQ(process().ProxyUser, "alice");
+    EXPECT_EQ(process().ProxyPassword, "s3cret");
     EXPECT_TRUE(process().PulseUrl.startsWith("http"));
     EXPECT_EQ(process().NwsSource, "mesowest");
     EXPECT_EQ(process().WuSource, "wu");
