@@ -9,19 +9,13 @@ using namespace Tarnby::Test;
 namespace
 {
 
-class ComfortTest : public LocaleTest
-{
-};
+using ComfortTest = LocaleTest;
 
-TEST_P(ComfortTest, HumidexOfAWarmHumidDay)
+TEST_P(ComfortTest, HumidexOfAWarmHumidDayAndZeroOnFailure)
 {
     EXPECT_EQ(ComputeHumidex("86", "68"), 38);
     EXPECT_EQ(ComputeHumidex(local("86.0"), local("68.0")), 38);
     EXPECT_EQ(ComputeHumidex("50", "30"), 8); // dry air lowers it below the temperature
-}
-
-TEST_P(ComfortTest, HumidexFailuresGiveZero)
-{
     for (const char *bad : {"N/A", "", "1e400"})
         EXPECT_EQ(ComputeHumidex(bad, "68"), 0) << bad;
     EXPECT_EQ(ComputeHumidex("86", "N/A"), 0);

@@ -9,9 +9,7 @@ using namespace Tarnby::Test;
 namespace
 {
 
-class ForecastTextTest : public LocaleTest
-{
-};
+using ForecastTextTest = LocaleTest;
 
 struct RewriteCase {
     const char *temp;

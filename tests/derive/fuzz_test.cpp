@@ -33,9 +33,7 @@ QStringList pieces()
            kSeeds + QStringList{QString(400, QLatin1Char('9'))};
 }
 
-class FuzzTest : public LocaleTest
-{
-};
+using FuzzTest = LocaleTest;
 
 TEST_P(FuzzTest, TextRoutinesKeepTheirPromisesOnAnyText)
 {

@@ -173,14 +173,12 @@ protected:
         return IconPath(QStringLiteral("Current"), QLatin1String(value), forTray, false, false,
                         true, QLatin1String(group));
     }
-    QString shiny(const char *file) const
+    QString inSet(const char *set, const char *file) const
     {
-        return profile.path() + QStringLiteral("/Skins/Icons/Shiny/") + QLatin1String(file);
+        return profile.path() + QStringLiteral("/Skins/Icons/%1/%2").arg(set, file);
     }
-    QString weatherBug(const char *file) const
-    {
-        return profile.path() + QStringLiteral("/Skins/Icons/WeatherBug/") + QLatin1String(file);
-    }
+    QString shiny(const char *file) const { return inSet("Shiny", file); }
+    QString weatherBug(const char *file) const { return inSet("WeatherBug", file); }
 };
 
 TEST_F(IconPathTest, CodesOfEachFamilyInBothSchemes)
