@@ -67,9 +67,7 @@ TEST(AlertCode, TheFirstSelectedNameWinsElseTheLastStands)
         EXPECT_EQ(GetAlertCode(names, selected), code) << names << " / " << selected;
 }
 
-class SelectedAlertsTest : public Test::ProfileTest
-{
-};
+using SelectedAlertsTest = Test::ProfileTest;
 
 TEST_F(SelectedAlertsTest, WholeNumbersAreSelectedAndUnknownTypesUnlessNothingIs)
 {

@@ -52,21 +52,17 @@ TEST_F(NewsLink, PointerWrapsBothWays)
     EXPECT_EQ(shownTitle(), "Two");
 }
 
-TEST_F(NewsLink, OneStoryStaysWhereItIs)
+TEST_F(NewsLink, NoStoryOrOneKeepsThePointer)
 {
+    StepNewsPointer(1);
+    EXPECT_EQ(pointer(), "");
+    EXPECT_EQ(NewsStoryLinkHtml(), ""); // no stories, no link
     stories({"u1|Only"});
     StepNewsPointer(1);
     StepNewsPointer(1);
     EXPECT_EQ(pointer(), "1");
     StepNewsPointer(-1);
     EXPECT_EQ(pointer(), "1");
-}
-
-TEST_F(NewsLink, NoStoriesNoLink)
-{
-    StepNewsPointer(1);
-    EXPECT_EQ(pointer(), "");
-    EXPECT_EQ(NewsStoryLinkHtml(), "");
 }
 
 TEST_F(NewsLink, LongTitlesAreCutAtFortyFourCharacters)

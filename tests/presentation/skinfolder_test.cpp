@@ -87,41 +87,25 @@ TEST_F(SkinFolder, AUsableSkinStaysWithItsSavedSize)
     EXPECT_EQ(GetPref("Misc", "IfaceWidth"), "500");
 }
 
-struct FallbackCase {
-    const char *name;
-    const char *skinSetting;
-    const char *skinIni; // written into the installed TestSkin; null leaves it
-};
-
-class SkinFallback : public SkinTest, public ::testing::WithParamInterface<FallbackCase>
+TEST_F(SkinFolder, AnEmptyMissingOrTooNewSkinFallsBackOnTheStockOneAndForgetsTheSize)
 {
-};
-
-TEST_P(SkinFallback, FallsBackOnTheStockSkinAndForgetsTheSize)
-{
-    const FallbackCase &c = GetParam();
     const QString folder = installSkin("TestSkin", false);
-    if (c.skinIni) WriteFileAtomic(folder + "/Skin.ini", QString::fromLatin1(c.skinIni));
     SavePref("Misc", "Version", "0.1.00");
-    SavePref("Skins", "Interface", c.skinSetting);
-    SavePref("Misc", "IfaceWidth", "500");
-    SavePref("Misc", "IfaceHeight", "400");
-    EXPECT_EQ(ChooseInterfaceSkin(), "Splendid4");
-    EXPECT_EQ(GetPref("Skins", "Interface"), "Splendid4");
-    EXPECT_EQ(GetPref("Misc", "IfaceWidth"), "");
-    EXPECT_EQ(GetPref("Misc", "IfaceHeight"), "");
+    const std::pair<const char *, const char *> rows[] = {
+        {"", nullptr}, {"NoSuchSkin", nullptr}, {"TestSkin", "[Skin]\nMinVersion=7.0.0\n"}};
+    for (const auto &[skinSetting, skinIni] : rows) {
+        if (skinIni) WriteFileAtomic(folder + "/Skin.ini", QString::fromLatin1(skinIni));
+        SavePref("Skins", "Interface", skinSetting);
+        SavePref("Misc", "IfaceWidth", "500");
+        SavePref("Misc", "IfaceHeight", "400");
+        EXPECT_EQ(ChooseInterfaceSkin(), "Splendid4") << skinSetting;
+        EXPECT_EQ(GetPref("Skins", "Interface"), "Splendid4");
+        EXPECT_EQ(GetPref("Misc", "IfaceWidth"), "");
+        EXPECT_EQ(GetPref("Misc", "IfaceHeight"), "");
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(Reasons, SkinFallback,
-                         ::testing::Values(FallbackCase{"empty", "", nullptr},
-                                           FallbackCase{"missing", "NoSuchSkin", nullptr},
-                                           FallbackCase{"newer", "TestSkin",
-                                                        "[Skin]\nMinVersion=7.0.0\n"}),
-                         [](const auto &info) { return std::string(info.param.name); });
-
-class SkinPage : public SkinTest
-{
-};
+using SkinPage = SkinTest;
 
 TEST_F(SkinPage, RenderExpandsTheTemplateIntoTheStationsPage)
 {

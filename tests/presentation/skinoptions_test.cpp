@@ -36,9 +36,7 @@ public:
     }
 };
 
-class SkinOptions : public SkinTest
-{
-};
+using SkinOptions = SkinTest;
 
 TEST_F(SkinOptions, KeysBelongToTheSkinAndFromTwentyOnToTheStation)
 {

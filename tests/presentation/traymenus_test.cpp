@@ -12,9 +12,7 @@ using namespace Tarnby;
 namespace
 {
 
-class TrayMenus : public Tarnby::Test::ProfileTest
-{
-};
+using TrayMenus = Tarnby::Test::ProfileTest;
 
 TEST_F(TrayMenus, MissingStationListIsWrittenWithTheCurrentStation)
 {

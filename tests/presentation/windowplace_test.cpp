@@ -47,9 +47,7 @@ TEST(SkinScripts, TextsBecomeSafeScriptStrings)
     EXPECT_EQ(GuardedCall("displayPop()"), "try {displayPop()} catch(err){}");
 }
 
-class RealtimeArguments : public ProfileTest
-{
-};
+using RealtimeArguments = ProfileTest;
 
 TEST_F(RealtimeArguments, TheUnitsAndTheWindFlagFollowTheReadings)
 {

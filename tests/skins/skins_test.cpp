@@ -54,27 +54,12 @@ QStringList weatherBugCodes()
 
 QStringList namedCodes()
 {
-    const QStringList names = {QStringLiteral("chanceflurries"),
-                               QStringLiteral("chancerain"),
-                               QStringLiteral("chancesleet"),
-                               QStringLiteral("chancesnow"),
-                               QStringLiteral("chancetstorms"),
-                               QStringLiteral("clear"),
-                               QStringLiteral("cloudy"),
-                               QStringLiteral("flurries"),
-                               QStringLiteral("fog"),
-                               QStringLiteral("hazy"),
-                               QStringLiteral("mostlycloudy"),
-                               QStringLiteral("mostlysunny"),
-                               QStringLiteral("partlycloudy"),
-                               QStringLiteral("partlysunny"),
-                               QStringLiteral("rain"),
-                               QStringLiteral("sleet"),
-                               QStringLiteral("snow"),
-                               QStringLiteral("sunny"),
-                               QStringLiteral("tstorms"),
-                               QStringLiteral("unheard-of"),
-                               QString()};
+    QStringList names =
+        QStringLiteral("chanceflurries chancerain chancesleet chancesnow chancetstorms clear "
+                       "cloudy flurries fog hazy mostlycloudy mostlysunny partlycloudy "
+                       "partlysunny rain sleet snow sunny tstorms unheard-of")
+            .split(QLatin1Char(' '));
+    names << QString();
     QStringList codes = names;
     for (const QString &name : names)
         codes << QStringLiteral("nt_") + name;
@@ -258,21 +243,16 @@ bool knownAction(const QString &word)
 
 TEST(SkinBridgeTest, PagesOfferWhatTheWindowCalls)
 {
-    const QStringList common = {
-        QStringLiteral("setRunAction"),       QStringLiteral("runLoadProcedures"),
-        QStringLiteral("displayCurrent"),     QStringLiteral("displayHour"),
-        QStringLiteral("displayDay"),         QStringLiteral("displayPop"),
-        QStringLiteral("showHelp"),           QStringLiteral("showAlerts"),
-        QStringLiteral("displayProgressBar"), QStringLiteral("refreshObservedTimeStamp")};
-    const QStringList bridged = {QStringLiteral("TB-RunAction"), QStringLiteral("TB-Link"),
-                                 QStringLiteral("TB-Error"), QStringLiteral("TB-ProgressBar"),
-                                 QStringLiteral("TB-NewsStoryLink")};
-    const Bridge bridges[] = {{"Splendid4",
-                               common + QStringList{QStringLiteral("refreshRealtimeData"),
-                                                    QStringLiteral("refreshRealtimeCondition")},
-                               bridged + QStringList{QStringLiteral("TB-SuspendUpdate"),
-                                                     QStringLiteral("1TB-SkinOption")}},
-                              {"TextOnly", common, bridged + QStringList{QStringLiteral("Body")}}};
+    const QStringList common =
+        QStringLiteral("setRunAction runLoadProcedures displayCurrent displayHour displayDay "
+                       "displayPop showHelp showAlerts displayProgressBar refreshObservedTimeStamp")
+            .split(u' ');
+    const QStringList bridged =
+        QStringLiteral("TB-RunAction TB-Link TB-Error TB-ProgressBar TB-NewsStoryLink").split(u' ');
+    const Bridge bridges[] = {
+        {"Splendid4", common + QStringList{"refreshRealtimeData", "refreshRealtimeCondition"},
+         bridged + QStringList{"TB-SuspendUpdate", "1TB-SkinOption"}},
+        {"TextOnly", common, bridged + QStringList{"Body"}}};
     static const QRegularExpression action(
         QStringLiteral("(?:setRunAction|act|launch)\\('([A-Za-z]+)'\\)"));
 

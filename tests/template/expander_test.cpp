@@ -98,18 +98,6 @@ TEST_F(MiscPass, StationFormattedCutsAndMarksTheName)
                                                  QString(60, u'x') + "...</STRONG>");
 }
 
-TEST_F(MiscPass, InternationalByPostalCode)
-{
-    const struct {
-        const char *zip, *expected;
-    } cases[] = {
-        {"50010", "False"}, {"N/A", "False"}, {"0", "True"}, {"00000", "True"}, {"123456", "True"}};
-    for (const auto &c : cases) {
-        SavePref("CityCode", "ZipCode", c.zip);
-        EXPECT_EQ(expand("[IS INTERNATIONAL]"), c.expected) << c.zip;
-    }
-}
-
 TEST_F(MiscPass, MapStyleShowsOneOfTwoImages)
 {
     process().MapSource = "tb2";
@@ -134,12 +122,6 @@ TEST_F(MiscPass, UpdatedStamps)
     EXPECT_EQ(expand("[UPDATED AGO]"), "Updated 2 days ago");
     cache("Current", "observed", "soon");
     EXPECT_EQ(expand("[UPDATED AGO]"), "N/A");
-}
-
-TEST_F(MiscPass, Alerts)
-{
-    EXPECT_EQ(expand("[ALERTS COUNT] [ALERTS AVAILABLE] [ALERTS INFO]"),
-              "2 True Heat Advisory &amp; Air Quality Alert");
 }
 
 TEST_F(MiscPass, EntitiesOnlyWhenAsked)
