@@ -38,11 +38,8 @@ TEST_F(LinkTable, NamesBecomeAddresses)
         {"historicalweather", "PWS (WUnderground)", "50011", false,
          "/wu-web/personal-weather-station/dashboard?ID=KIAAMES2#history/data"},
         {"topstories", "WeatherBug", "50011", false, "/wu-web/news"},
-        {"communityvideos", "WeatherBug", "50011", false, "/wu-web/video/top-stories"},
         {"wbphotoslocal", "WeatherBug", "50011", false,
          "/wb-photos/photos/explore/local?latlon=42.03,-93.62"},
-        {"wunderphotos", "WeatherBug", "50011", false, "/instagram/explore/tags/wunderphotos"},
-        {"beachcameras", "WeatherBug", "50011", false, "/wu-web/webcams/index.html?region=us"},
         {"wucamsasia", "WeatherBug", "50011", false,
          "/wu-web/webcams/index.html?qlat=32.87958699883&qlon=96.50390625499996"
          "&qzoom=3&range=intl&region=as"},

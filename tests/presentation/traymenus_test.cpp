@@ -68,8 +68,6 @@ TEST(ClickActions, StoredWordsAndTheDoubleClickDifference)
         bool doubleClick;
         TrayClickAction action;
     } cases[] = {{"Open Tarnby", false, TrayClickAction::OpenTarnby},
-                 {"Open last viewed map", true, TrayClickAction::OpenLastMap},
-                 {"Refresh weather information", true, TrayClickAction::RefreshWeather},
                  {"Switch to previous weather station", false, TrayClickAction::SwapStations},
                  {"Switch to previous weather station", true, TrayClickAction::None},
                  {"Switch to previous weather station:  Call SwapCityCodes", true,
