@@ -152,15 +152,12 @@ TEST(Station, GroupOfTheType)
     const struct {
         const char *type, *family;
         int number;
-    } rows[] = {{"", "WeatherBug", 1},
-                {"PWS (WeatherBug)", "WeatherBug", 1},
+    } rows[] = {{"", "WeatherBug", 1}, // what is not listed belongs to WeatherBug
                 {"NWS (WeatherBug)", "WeatherBug", 1},
-                {"WUnderground", "WUnderground", 2},
                 {"PWS (WUnderground)", "WUnderground", 2},
-                {"NWS (WUnderground)", "WUnderground", 2},
                 {"NWS", "NWS", 3},
                 {"CWOP", "CWOP", 4},
-                {"cwop", "WeatherBug", 1},
+                {"cwop", "WeatherBug", 1}, // the names are matched exactly
                 {"Metar", "WeatherBug", 1}};
     for (const auto &r : rows) {
         EXPECT_EQ(StationGroup(r.type), r.family) << r.type;
