@@ -1,5 +1,6 @@
 #include "providers/weatherbug.h"
 
+#include "core/settingsstore.h"
 #include "core/files.h"
 #include "core/log.h"
 #include "core/processvalues.h"
@@ -320,6 +321,7 @@ QString UpdateWeatherBugConditions()
     station.GetObservationsByLocation(process().Latitude, process().Longitude, found);
     QString arguments;
     if (found) {
+        const SettingsBatch batch;
         RememberConditions();
         save(QStringLiteral("downloaded"), generalDateText(localNow()));
         arguments = writeObservation(station);
