@@ -1,9 +1,9 @@
 #include "providers/weatherbug.h"
 
-#include "core/settingsstore.h"
 #include "core/files.h"
 #include "core/log.h"
 #include "core/processvalues.h"
+#include "core/settingsstore.h"
 #include "core/weathercache.h"
 #include "derive/dates.h"
 #include "derive/numberformat.h"

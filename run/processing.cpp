@@ -1,8 +1,8 @@
 #include "run/processing.h"
 
-#include "core/settingsstore.h"
 #include "core/files.h"
 #include "core/processvalues.h"
+#include "core/settingsstore.h"
 #include "core/weathercache.h"
 #include "run/runhooks.h"
 #include "run/runprogress.h"
