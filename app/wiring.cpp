@@ -7,6 +7,7 @@
 #include "providers/conditions.h"
 #include "providers/forecasts.h"
 #include "providers/nwsstation.h"
+#include "providers/stationtimezone.h"
 #include "providers/weatherbug.h"
 #include "run/runhooks.h"
 #include "run/runstate.h"
@@ -68,12 +69,13 @@ RetrievalHooks providerHooks()
     hooks.fetchWeatherBugObservations = [] { return !UpdateWeatherBugConditions().isEmpty(); };
     hooks.fetchNwsObservations = [] { return !UpdateNwsConditions().isEmpty(); };
     hooks.buildMapLinks = &BuildMapLinks;
-    // The station's own time zone comes from the vendor's lookup, which station
-    // discovery brings; until then the sun times are those of the machine's zone and
-    // the lookup counts as failed, so that a run in which everything failed says so.
+    // The sun times are those of the machine's zone whether or not the station's own
+    // zone is known; an unknown zone fails the step, so that a run in which everything
+    // failed says so.
     hooks.timeZoneAndSun = [] {
+        const bool zoneKnown = UpdateStationTimeZone();
         WriteSunCache();
-        return false;
+        return zoneKnown;
     };
     // The user's export and log files, from their templates in the settings.
     hooks.writeUserLog = &RunLog;

@@ -15,87 +15,75 @@ namespace Tarnby
 namespace
 {
 
-// Section and key names compare without regard to case; "\" separates levels. The
-// primary key holds the names folded to lower case (ASCII, as SQLite's NOCASE folds),
-// so that a lookup compares bytes: a NOCASE compare of the long common prefix of cache
-// sections ("Cache\KDSM\Hourly") was most of the cost of a write. The names as first
-// written are kept for listing.
-constexpr int kSchemaVersion = 1;
-constexpr const char *kSchema = "CREATE TABLE IF NOT EXISTS settings ("
-                                " section_fold TEXT NOT NULL,"
-                                " key_fold TEXT NOT NULL,"
-                                " section TEXT NOT NULL,"
-                                " key TEXT NOT NULL,"
-                                " value TEXT NOT NULL,"
-                                " PRIMARY KEY (section_fold, key_fold)) WITHOUT ROWID";
-
-// Files of the first form kept the names under NOCASE; their rows move over as they are.
-constexpr const char *kUpgradeFromFirstForm =
-    "ALTER TABLE settings RENAME TO settings_v0;"
-    "CREATE TABLE settings ("
-    " section_fold TEXT NOT NULL, key_fold TEXT NOT NULL, section TEXT NOT NULL,"
-    " key TEXT NOT NULL, value TEXT NOT NULL,"
-    " PRIMARY KEY (section_fold, key_fold)) WITHOUT ROWID;"
-    "INSERT OR REPLACE INTO settings"
-    " SELECT lower(section), lower(key), section, key, value FROM settings_v0;"
-    "DROP TABLE settings_v0;";
-
-// The UTF-8 of a name with A-Z made a-z.
-QByteArray folded(const QString &name)
-{
-    QByteArray utf8 = name.toUtf8();
-    for (char &c : utf8)
-        if (c >= 'A' && c <= 'Z') c = char(c - 'A' + 'a');
-    return utf8;
-}
+// Section names compare without regard to case and "\" separates levels: the table is
+// keyed by the folded name, and keeps the spelling first written for listing.
+constexpr int kSchemaVersion = 2;
+constexpr const char *kSchema = "CREATE TABLE IF NOT EXISTS sections ("
+                                " fold TEXT PRIMARY KEY,"
+                                " name TEXT NOT NULL,"
+                                " body BLOB NOT NULL)";
+constexpr const char *kWriteSection = "INSERT INTO sections VALUES (?1, ?2, ?3) ON CONFLICT (fold) "
+                                      "DO UPDATE SET body = excluded.body";
 
 QString columnText(sqlite3_stmt *stmt, int column)
 {
-    const void *data = sqlite3_column_text16(stmt, column);
-    const int bytes = sqlite3_column_bytes16(stmt, column);
-    return data ? QString(static_cast<const QChar *>(data), bytes / int(sizeof(QChar))) : QString();
+    return QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(stmt, column)),
+                             sqlite3_column_bytes(stmt, column));
 }
 
-// One execution of a statement: the texts bound to it, kept in UTF-8 for as long as the
-// binding lasts (SQLite neither copies nor converts them), and the reset of the statement
-// when the scope ends, whatever path leaves it.
+QByteArray columnBytes(sqlite3_stmt *stmt, int column)
+{
+    return QByteArray(static_cast<const char *>(sqlite3_column_blob(stmt, column)),
+                      sqlite3_column_bytes(stmt, column));
+}
+
+// One execution of a statement: the values bound to it, kept for as long as the binding
+// lasts (SQLite neither copies nor converts them), and the reset of the statement when
+// the scope ends, whatever path leaves it.
 class Execution
 {
 public:
     explicit Execution(sqlite3_stmt *stmt) : m_stmt(stmt) {}
     ~Execution()
     {
-        if (m_stmt) {
-            sqlite3_reset(m_stmt);
-            sqlite3_clear_bindings(m_stmt);
-        }
+        sqlite3_reset(m_stmt);
+        sqlite3_clear_bindings(m_stmt);
     }
     Execution(const Execution &) = delete;
     Execution &operator=(const Execution &) = delete;
 
     // Parameter index from 1; a null text is bound as the empty text.
-    void bind(int index, const QString &text) { bindUtf8(index, text.toUtf8()); }
-    // A name as the primary key holds it.
-    void bindName(int index, const QString &name) { bindUtf8(index, folded(name)); }
-    // Bytes that outlive the execution.
-    void bindKept(int index, const QByteArray &utf8)
+    void bind(int index, const QString &text)
     {
-        sqlite3_bind_text(m_stmt, index, utf8.isNull() ? "" : utf8.constData(), int(utf8.size()),
-                          SQLITE_STATIC);
-    }
-
-private:
-    void bindUtf8(int index, QByteArray utf8)
-    {
-        QByteArray &kept = m_texts[size_t(index - 1)];
-        kept = std::move(utf8);
+        QByteArray &kept = keep(index, text.toUtf8());
         sqlite3_bind_text(m_stmt, index, kept.isNull() ? "" : kept.constData(), int(kept.size()),
                           SQLITE_STATIC);
     }
+    void bindBlob(int index, QByteArray bytes)
+    {
+        const QByteArray &kept = keep(index, std::move(bytes));
+        sqlite3_bind_blob(m_stmt, index, kept.constData(), int(kept.size()), SQLITE_STATIC);
+    }
+    bool step() { return sqlite3_step(m_stmt) == SQLITE_ROW; }
+    bool run() { return sqlite3_step(m_stmt) == SQLITE_DONE; }
+
+private:
+    QByteArray &keep(int index, QByteArray bytes)
+    {
+        QByteArray &kept = m_kept[size_t(index - 1)];
+        kept = std::move(bytes);
+        return kept;
+    }
 
     sqlite3_stmt *m_stmt;
-    std::array<QByteArray, 5> m_texts;
+    std::array<QByteArray, 3> m_kept;
 };
+
+// Whether a folded section name is the folded name given or lies beneath it.
+bool isSameOrBeneath(const QString &fold, const QString &top)
+{
+    return fold.startsWith(top) && (fold.size() == top.size() || fold.at(top.size()) == u'\\');
+}
 
 } // namespace
 
@@ -137,43 +125,59 @@ bool SqliteSettings::openFile(const QString &file)
     sqlite3_busy_timeout(m_db, 2000);
     // WAL with NORMAL sync: a crash of the program never loses a committed value or
     // leaves a torn file; only a power cut may lose the last moments.
-    sqlite3_exec(m_db, "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL;", nullptr, nullptr,
-                 nullptr);
+    exec("PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL;");
     if (!createSchema()) return false;
-    m_get = prepare("SELECT value FROM settings WHERE section_fold = ?1 AND key_fold = ?2");
-    m_set = prepare("INSERT INTO settings VALUES (?1, ?2, ?3, ?4, ?5) "
-                    "ON CONFLICT (section_fold, key_fold) DO UPDATE SET value = excluded.value");
-    // A section and its sub-sections ("a\..."), found in the primary key's range from "a"
-    // up to "a]", "]" being the character after "\": a test of each name's start would
-    // read the whole table. Names such as "a[" in the range are left by the condition.
-    m_remove = prepare("DELETE FROM settings WHERE section_fold >= ?1 AND section_fold < ?1 || ']' "
-                       "AND (section_fold = ?1 OR section_fold >= ?1 || '\\')");
-    m_keys = prepare("SELECT key FROM settings WHERE section_fold = ?1");
-    m_sections = prepare("SELECT min(section) FROM settings GROUP BY section_fold "
-                         "ORDER BY section_fold");
-    m_values = prepare("SELECT key, value FROM settings WHERE section_fold = ?1");
-    return m_get && m_set && m_remove && m_keys && m_sections && m_values;
+    m_read = prepare("SELECT name, body FROM sections WHERE fold = ?1");
+    m_write = prepare(kWriteSection);
+    // A section and its sub-sections ("a\..."), found in the key's range from "a" up to
+    // "a]", "]" being the character after "\": a test of each name's start would read
+    // the whole table. Names such as "a[" in the range are left by the condition.
+    m_remove = prepare("DELETE FROM sections WHERE fold >= ?1 AND fold < ?1 || ']' "
+                       "AND (fold = ?1 OR fold >= ?1 || '\\')");
+    m_sections = prepare("SELECT name FROM sections ORDER BY fold");
+    m_dataVersion = prepare("PRAGMA data_version");
+    return m_read && m_write && m_remove && m_sections && m_dataVersion;
 }
 
 bool SqliteSettings::createSchema()
 {
-    const int version = pragmaValue("PRAGMA user_version");
-    const bool firstForm =
-        version == 0 &&
-        pragmaValue("SELECT count(*) FROM pragma_table_info('settings') "
-                    "WHERE name = 'section_fold'") == 0 &&
-        pragmaValue("SELECT count(*) FROM sqlite_master WHERE name = 'settings'") == 1;
-    if (firstForm) {
-        const bool moved =
-            sqlite3_exec(m_db, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) == SQLITE_OK &&
-            sqlite3_exec(m_db, kUpgradeFromFirstForm, nullptr, nullptr, nullptr) == SQLITE_OK;
-        sqlite3_exec(m_db, moved ? "COMMIT" : "ROLLBACK", nullptr, nullptr, nullptr);
-        if (!moved) return false;
-        Log(QStringLiteral("Settings database moved to its folded-name form (SqliteSettings)"));
-    }
-    if (sqlite3_exec(m_db, kSchema, nullptr, nullptr, nullptr) != SQLITE_OK) return false;
+    if (!exec(kSchema) || !moveKeyRowsIntoSections()) return false;
     const QByteArray setVersion = "PRAGMA user_version = " + QByteArray::number(kSchemaVersion);
-    return sqlite3_exec(m_db, setVersion.constData(), nullptr, nullptr, nullptr) == SQLITE_OK;
+    return exec(setVersion.constData());
+}
+
+// Earlier files held a row for each key in the table "settings", with the section and the
+// key as first written; their rows move into sections, in one transaction.
+bool SqliteSettings::moveKeyRowsIntoSections()
+{
+    if (pragmaValue("SELECT count(*) FROM sqlite_master WHERE name = 'settings'") != 1) return true;
+    if (!exec("BEGIN IMMEDIATE")) return false;
+    std::map<QString, StoredSection> moved;
+    sqlite3_stmt *rows = prepare("SELECT section, key, value FROM settings");
+    while (rows && sqlite3_step(rows) == SQLITE_ROW) {
+        const QString section = columnText(rows, 0);
+        const QString fold = FoldedName(section);
+        moved.try_emplace(fold, section)
+            .first->second.setValue(columnText(rows, 1), columnText(rows, 2));
+    }
+    sqlite3_finalize(rows);
+    sqlite3_stmt *write = prepare(kWriteSection);
+    bool ok = rows && write;
+    for (auto it = moved.cbegin(); ok && it != moved.cend(); ++it) {
+        Execution run(write);
+        run.bind(1, it->first);
+        run.bind(2, it->second.name());
+        run.bindBlob(3, it->second.encode());
+        ok = run.run();
+    }
+    sqlite3_finalize(write);
+    ok = ok && exec("DROP TABLE settings") && exec("COMMIT");
+    if (!ok) {
+        exec("ROLLBACK");
+        return false;
+    }
+    Log(QStringLiteral("Settings database moved to one row per section (SqliteSettings)"));
+    return true;
 }
 
 int SqliteSettings::pragmaValue(const char *sql)
@@ -183,6 +187,11 @@ int SqliteSettings::pragmaValue(const char *sql)
     const int value = sqlite3_step(stmt) == SQLITE_ROW ? sqlite3_column_int(stmt, 0) : -1;
     sqlite3_finalize(stmt);
     return value;
+}
+
+bool SqliteSettings::exec(const char *sql)
+{
+    return sqlite3_exec(m_db, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
 bool SqliteSettings::isSound()
@@ -198,12 +207,13 @@ bool SqliteSettings::isSound()
 
 void SqliteSettings::closeDb()
 {
-    for (sqlite3_stmt **stmt : {&m_get, &m_set, &m_remove, &m_keys, &m_sections, &m_values}) {
+    for (sqlite3_stmt **stmt : {&m_read, &m_write, &m_remove, &m_sections, &m_dataVersion}) {
         sqlite3_finalize(*stmt);
         *stmt = nullptr;
     }
     if (m_db) sqlite3_close(m_db);
     m_db = nullptr;
+    forgetLoaded();
 }
 
 sqlite3_stmt *SqliteSettings::prepare(const char *sql)
@@ -214,102 +224,153 @@ sqlite3_stmt *SqliteSettings::prepare(const char *sql)
     return stmt;
 }
 
+StoredSection &SqliteSettings::sectionNamed(const QString &name)
+{
+    forgetIfChangedElsewhere();
+    if (m_last && name == m_lastName) return *m_last;
+    const QString fold = FoldedName(name);
+    auto found = m_loaded.find(fold);
+    if (found == m_loaded.end()) found = m_loaded.emplace(fold, readSection(name, fold)).first;
+    m_lastName = name;
+    m_lastFold = fold;
+    m_last = &found->second;
+    return found->second;
+}
+
+StoredSection SqliteSettings::readSection(const QString &name, const QString &fold)
+{
+    Execution run(m_read);
+    run.bind(1, fold);
+    if (!run.step()) return StoredSection(name);
+    const QString stored = columnText(m_read, 0);
+    if (std::optional<StoredSection> section =
+            StoredSection::decode(stored, columnBytes(m_read, 1)))
+        return *section;
+    Log(QStringLiteral("Settings section %1 could not be read; it starts empty (SqliteSettings)")
+            .arg(stored));
+    return StoredSection(stored);
+}
+
+void SqliteSettings::forgetIfChangedElsewhere()
+{
+    // Under the write lock nobody else commits; the check was made when it was taken.
+    if (m_inTransaction) return;
+    Execution run(m_dataVersion);
+    const int version = run.step() ? sqlite3_column_int(m_dataVersion, 0) : -1;
+    if (version != m_seenDataVersion) forgetLoaded();
+    m_seenDataVersion = version;
+}
+
+void SqliteSettings::forgetLoaded()
+{
+    m_loaded.clear();
+    m_dirty.clear();
+    m_last = nullptr;
+}
+
 QString SqliteSettings::value(const QString &section, const QString &key)
 {
-    if (!m_db) return {};
-    Execution run(m_get);
-    run.bindKept(1, sectionBytes(section).folded);
-    run.bindName(2, key);
-    return sqlite3_step(m_get) == SQLITE_ROW ? columnText(m_get, 0) : QString();
+    return m_db ? sectionNamed(section).value(key) : QString();
+}
+
+QStringList SqliteSettings::keys(const QString &section)
+{
+    return m_db ? sectionNamed(section).keys() : QStringList();
+}
+
+QList<std::pair<QString, QString>> SqliteSettings::values(const QString &section)
+{
+    return m_db ? sectionNamed(section).entries() : StoredSection::Entries();
 }
 
 bool SqliteSettings::setValue(const QString &section, const QString &key, const QString &value)
 {
     if (!m_db) return false;
-    const SectionBytes &bytes = sectionBytes(section);
-    Execution run(m_set);
-    run.bindKept(1, bytes.folded);
-    run.bindName(2, key);
-    run.bindKept(3, bytes.utf8);
-    run.bind(4, key);
-    run.bind(5, value);
-    if (sqlite3_step(m_set) == SQLITE_DONE) return true;
-    Log(QStringLiteral("Settings write %1/%2 failed: %3 (SqliteSettings)")
-            .arg(section, key, QString::fromUtf8(sqlite3_errmsg(m_db))));
-    return false;
-}
-
-const SqliteSettings::SectionBytes &SqliteSettings::sectionBytes(const QString &section)
-{
-    if (section != m_section.name || m_section.utf8.isNull()) {
-        m_section.name = section;
-        m_section.utf8 = section.toUtf8();
-        m_section.folded = folded(section);
+    const bool ownWrite = !m_inTransaction;
+    if (ownWrite && !beginWrite()) {
+        Log(QStringLiteral("Settings write %1/%2 failed: %3 (SqliteSettings)")
+                .arg(section, key, QString::fromUtf8(sqlite3_errmsg(m_db))));
+        return false;
     }
-    return m_section;
+    sectionNamed(section).setValue(key, value);
+    m_dirty.insert(m_lastFold);
+    return !ownWrite || commitWrite();
 }
 
 bool SqliteSettings::removeSection(const QString &section)
 {
     if (!m_db || section.isEmpty()) return false;
+    const QString top = FoldedName(section);
+    for (auto it = m_loaded.begin(); it != m_loaded.end();) {
+        if (isSameOrBeneath(it->first, top)) {
+            m_dirty.remove(it->first);
+            it = m_loaded.erase(it);
+        } else {
+            ++it;
+        }
+    }
+    m_last = nullptr;
     Execution run(m_remove);
-    run.bindName(1, section);
-    return sqlite3_step(m_remove) == SQLITE_DONE;
-}
-
-QStringList SqliteSettings::keys(const QString &section)
-{
-    QStringList result;
-    if (!m_db) return result;
-    Execution run(m_keys);
-    run.bindName(1, section);
-    while (sqlite3_step(m_keys) == SQLITE_ROW)
-        result << columnText(m_keys, 0);
-    return result;
-}
-
-QList<std::pair<QString, QString>> SqliteSettings::values(const QString &section)
-{
-    QList<std::pair<QString, QString>> result;
-    if (!m_db) return result;
-    Execution run(m_values);
-    run.bindName(1, section);
-    // The file stores UTF-8: reading it as such spares SQLite a conversion of every row.
-    const auto utf8 = [this](int column) {
-        return QString::fromUtf8(
-            reinterpret_cast<const char *>(sqlite3_column_text(m_values, column)),
-            sqlite3_column_bytes(m_values, column));
-    };
-    while (sqlite3_step(m_values) == SQLITE_ROW)
-        result.append({utf8(0), utf8(1)});
-    return result;
+    run.bind(1, top);
+    return run.run();
 }
 
 QStringList SqliteSettings::sections()
 {
     QStringList result;
-    if (!m_db) return result;
+    if (!m_db || (m_inTransaction && !writeDirtySections())) return result;
     Execution run(m_sections);
-    while (sqlite3_step(m_sections) == SQLITE_ROW)
+    while (run.step())
         result << columnText(m_sections, 0);
     return result;
 }
 
+bool SqliteSettings::beginWrite()
+{
+    if (!exec("BEGIN IMMEDIATE")) return false;
+    forgetIfChangedElsewhere();
+    m_inTransaction = true;
+    return true;
+}
+
+bool SqliteSettings::commitWrite()
+{
+    const bool committed = writeDirtySections() && exec("COMMIT");
+    m_inTransaction = false;
+    if (committed) return true;
+    Log(QStringLiteral("Settings not committed: %1 (SqliteSettings)")
+            .arg(QString::fromUtf8(sqlite3_errmsg(m_db))));
+    exec("ROLLBACK");
+    // What the memory holds beyond the file is gone with the rollback.
+    forgetLoaded();
+    return false;
+}
+
+bool SqliteSettings::writeDirtySections()
+{
+    bool ok = true;
+    for (const QString &fold : std::as_const(m_dirty)) {
+        const auto found = m_loaded.find(fold);
+        if (found == m_loaded.end()) continue;
+        Execution run(m_write);
+        run.bind(1, fold);
+        run.bind(2, found->second.name());
+        run.bindBlob(3, found->second.encode());
+        ok = run.run() && ok;
+    }
+    m_dirty.clear();
+    return ok;
+}
+
 void SqliteSettings::beginBatch()
 {
-    if (m_db && m_batchDepth++ == 0)
-        m_inTransaction =
-            sqlite3_exec(m_db, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) == SQLITE_OK;
+    if (m_db && m_batchDepth++ == 0) beginWrite();
 }
 
 void SqliteSettings::endBatch()
 {
     if (m_batchDepth == 0 || --m_batchDepth > 0 || !m_inTransaction) return;
-    m_inTransaction = false;
-    if (sqlite3_exec(m_db, "COMMIT", nullptr, nullptr, nullptr) == SQLITE_OK) return;
-    Log(QStringLiteral("Settings batch not committed: %1 (SqliteSettings)")
-            .arg(QString::fromUtf8(sqlite3_errmsg(m_db))));
-    sqlite3_exec(m_db, "ROLLBACK", nullptr, nullptr, nullptr);
+    commitWrite();
 }
 
 } // namespace Tarnby

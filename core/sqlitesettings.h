@@ -1,10 +1,16 @@
 #pragma once
-// The "registry" back end: one SQLite file (WAL), table settings(section, key, value).
+// The "registry" back end: one SQLite file (WAL) with a row for each section, holding
+// the section's keys and values in one value. A parser rewrites a branch of thousands of
+// keys as one row, and a reader holds a section it has read until another process
+// commits a change to the file.
 
 #include "core/settingsstore.h"
+#include "core/storedsection.h"
 
-#include <QByteArray>
+#include <QSet>
 #include <QString>
+
+#include <unordered_map>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -37,30 +43,42 @@ private:
     bool isSound();
     // Creates the table, or brings a file of an earlier form up to this one.
     bool createSchema();
+    bool moveKeyRowsIntoSections();
     // The first column of the first row of a query; -1 when it fails.
     int pragmaValue(const char *sql);
+    bool exec(const char *sql);
     void closeDb();
     sqlite3_stmt *prepare(const char *sql);
-    // The section of the last access in the two forms a statement binds. Readers and
-    // writers walk one section at a time, so its conversion is done once for a run of keys.
-    struct SectionBytes {
-        QString name;
-        QByteArray folded;
-        QByteArray utf8;
-    };
-    const SectionBytes &sectionBytes(const QString &section);
+
+    // The section as the file holds it, read on first use.
+    StoredSection &sectionNamed(const QString &name);
+    StoredSection readSection(const QString &name, const QString &fold);
+    // Drops what was read when another connection has committed since.
+    void forgetIfChangedElsewhere();
+    void forgetLoaded();
+    // A write of its own takes the write lock, and with it the file's latest state.
+    bool beginWrite();
+    bool commitWrite();
+    bool writeDirtySections();
 
     QString m_file;
     sqlite3 *m_db = nullptr;
-    sqlite3_stmt *m_get = nullptr;
-    sqlite3_stmt *m_set = nullptr;
+    sqlite3_stmt *m_read = nullptr;
+    sqlite3_stmt *m_write = nullptr;
     sqlite3_stmt *m_remove = nullptr;
-    sqlite3_stmt *m_keys = nullptr;
     sqlite3_stmt *m_sections = nullptr;
+    sqlite3_stmt *m_dataVersion = nullptr;
     int m_batchDepth = 0;
     bool m_inTransaction = false;
-    sqlite3_stmt *m_values = nullptr;
-    SectionBytes m_section;
+    int m_seenDataVersion = -1;
+
+    // Sections read or written, by folded name; written ones wait in m_dirty for the
+    // end of the batch. Node addresses stay put, so the last one used is remembered.
+    std::unordered_map<QString, StoredSection> m_loaded;
+    QSet<QString> m_dirty;
+    QString m_lastName;
+    QString m_lastFold;
+    StoredSection *m_last = nullptr;
 };
 
 } // namespace Tarnby

@@ -15,7 +15,16 @@ QString CacheSectionFor(const QString &code, const QString &name)
 
 QString CacheSection(const QString &name)
 {
-    return CacheSectionFor(process().CityCode, name);
+    // A parser writes thousands of keys into one branch: its name is built once.
+    struct Built {
+        QString code;
+        QString name;
+        QString section;
+    };
+    thread_local Built last;
+    const QString &code = process().CityCode;
+    if (name != last.name || code != last.code) last = {code, name, CacheSectionFor(code, name)};
+    return last.section;
 }
 
 QString GetCache(const QString &name, const QString &key, const QString &defaultValue)

@@ -4,6 +4,7 @@
 
 #include "core/log.h"
 #include "core/processvalues.h"
+#include "core/settingsstore.h"
 #include "core/weathercache.h"
 #include "derive/dateformat.h"
 #include "derive/dates.h"
@@ -441,6 +442,8 @@ SunTimes GetSunTimes(const QString &latitude, const QString &longitude, const QD
 
 void WriteSunCache(int days)
 {
+    // The branch is replaced as one step: a reader never sees it half written.
+    const SettingsBatch batch;
     DelCache(QStringLiteral("Sun"));
     const std::optional<double> lat = numberFromText(process().Latitude);
     const std::optional<double> lon = numberFromText(process().Longitude);

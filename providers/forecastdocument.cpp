@@ -71,6 +71,14 @@ std::optional<QDateTime> ServiceTime(const QString &text)
     QString reading = text;
     reading.remove(u'Z');
     // The service's own form is read directly, anything else as the system reads dates.
+    // Its date and time are read apart: a QDateTime would pass through the machine's
+    // time zone for every period of a document.
+    const QStringView view(reading);
+    if (view.size() >= 19 && view.at(10) == u'T') {
+        const QDate date = QDate::fromString(view.left(10), Qt::ISODate);
+        const QTime time = QTime::fromString(view.mid(11), Qt::ISODate);
+        if (date.isValid() && time.isValid()) return wallClock(date, time);
+    }
     const QDateTime iso = QDateTime::fromString(reading, Qt::ISODate);
     if (iso.isValid()) return wallClock(iso.date(), iso.time());
     return readDate(reading.replace(u'T', u' '));

@@ -9,6 +9,8 @@
 #include "providers/forecastdocument.h"
 #include "providers/readingrules.h"
 
+#include <array>
+
 namespace Tarnby
 {
 
@@ -53,10 +55,48 @@ QString plainDescription(QString text)
     return text.replace(u"Chance of"_s, u"Chance"_s);
 }
 
+// The day, date and hour texts of a time. The hours of a document run in order, so the
+// texts of one day are made once.
+class TimeTexts
+{
+public:
+    struct Texts {
+        QString day;
+        QString date;
+        QString hour;
+    };
+    const Texts &of(const QDateTime &time)
+    {
+        if (time.date() != m_date) {
+            m_date = time.date();
+            m_texts.day = formatDateTime(time, u"DDDD"_s, dateLocale());
+            m_texts.date = ShortDateText(m_date);
+        }
+        m_texts.hour = hourText(time.time().hour());
+        return m_texts;
+    }
+
+private:
+    const QString &hourText(int hour)
+    {
+        QString &text = m_hours[size_t(hour)];
+        if (text.isNull())
+            text = formatDateTime(wallClock(m_date, QTime(hour, 0)), u"h AM/PM"_s, dateLocale());
+        return text;
+    }
+
+    QDate m_date;
+    Texts m_texts;
+    std::array<QString, 24> m_hours;
+};
+
 class HourWriter
 {
 public:
-    explicit HourWriter(int row) : m_index(QString::number(row)) {}
+    HourWriter(int row, TimeTexts &timeTexts)
+        : m_index(QString::number(row)), m_timeTexts(timeTexts)
+    {
+    }
     void write(const QString &period) const;
 
 private:
@@ -68,6 +108,7 @@ private:
     void saveTimeKeys(const QString &localTime) const;
 
     QString m_index;
+    TimeTexts &m_timeTexts;
 };
 
 void HourWriter::saveWithTwin(const char *key, ReadingRule rule, const QString &value) const
@@ -81,9 +122,10 @@ void HourWriter::saveTimeKeys(const QString &localTime) const
 {
     const std::optional<QDateTime> time = ServiceTime(localTime);
     if (!time) return;
-    save("day", formatDateTime(*time, u"DDDD"_s, dateLocale()));
-    save("date", ShortDateText(time->date()));
-    save("hour", formatDateTime(*time, u"h AM/PM"_s, dateLocale()));
+    const TimeTexts::Texts &texts = m_timeTexts.of(*time);
+    save("day", texts.day);
+    save("date", texts.date);
+    save("hour", texts.hour);
 }
 
 void HourWriter::write(const QString &period) const
@@ -135,8 +177,9 @@ void writeHourly(const QStringList &periods, const QDateTime &time)
 {
     const ForecastWriting writing;
     DelCache(kHourly);
+    TimeTexts timeTexts;
     for (qsizetype row = 0; row < periods.size(); ++row)
-        HourWriter(int(row + 1)).write(periods.at(row));
+        HourWriter(int(row + 1), timeTexts).write(periods.at(row));
     SaveCache(kHourly, u"count"_s, QString::number(periods.size()));
     SaveCache(kLastUpdatedSection, kStampKey, generalDateText(time));
     // The daily rows are picked from these hours: the next daily document counts as new.

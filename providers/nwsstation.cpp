@@ -372,6 +372,7 @@ QString UpdateNwsConditions()
     clsMetar metar;
     QString arguments;
     if (!report.isEmpty() && metar.ParseMetarData(report)) {
+        const SettingsBatch batch;
         RememberConditions();
         SaveCache(kCurrentSection, QStringLiteral("downloaded"), generalDateText(localNow()));
         // A report without its time group is broken: nothing of it is written.

@@ -3,6 +3,8 @@
 #include "derive/numberformat.h"
 #include "derive/units.h"
 
+#include <algorithm>
+
 namespace Tarnby
 {
 
@@ -11,9 +13,20 @@ namespace
 
 const QString kNotAvailable = QStringLiteral("NA");
 
+// A whole number of a few digits, which prints as it is written in any locale.
+bool isPlainWhole(QStringView value)
+{
+    if (value == u"0") return true;
+    if (value.startsWith(u'-')) value = value.mid(1);
+    const auto digit = [](QChar c) { return c >= u'0' && c <= u'9'; };
+    return !value.isEmpty() && value.size() <= 9 && value.front() != u'0' &&
+           std::all_of(value.begin(), value.end(), digit);
+}
+
 // A JSON number in "." form, as the decimal type would hold it, printed in the locale.
 QString jsonNumberText(const QString &value)
 {
+    if (isPlainWhole(value)) return value;
     const std::optional<double> number = NumberInText(ToLocaleNumber(value));
     return number ? formatNumber(*number, u"") : QString();
 }

@@ -3,6 +3,7 @@
 #include "core/files.h"
 #include "core/log.h"
 #include "core/processvalues.h"
+#include "core/settingsstore.h"
 #include "core/weathercache.h"
 #include "derive/dates.h"
 #include "derive/numberformat.h"
@@ -320,6 +321,7 @@ QString UpdateWeatherBugConditions()
     station.GetObservationsByLocation(process().Latitude, process().Longitude, found);
     QString arguments;
     if (found) {
+        const SettingsBatch batch;
         RememberConditions();
         save(QStringLiteral("downloaded"), generalDateText(localNow()));
         arguments = writeObservation(station);

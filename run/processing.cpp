@@ -2,6 +2,7 @@
 
 #include "core/files.h"
 #include "core/processvalues.h"
+#include "core/settingsstore.h"
 #include "core/weathercache.h"
 #include "run/runhooks.h"
 #include "run/runprogress.h"
@@ -126,8 +127,11 @@ void ProcessDownload(const QString &kind, const DownloadJob &job, bool failed, b
                      bool force)
 {
     if (job.Enabled && !failed)
-        if (const DownloadKindHandler handler = downloadKind(kind))
+        if (const DownloadKindHandler handler = downloadKind(kind)) {
+            // A reader in another process sees the document's keys all at once.
+            const SettingsBatch batch;
             handler(job.OutputFile, newData, force);
+        }
     ReportProgress(1);
 }
 

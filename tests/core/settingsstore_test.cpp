@@ -187,30 +187,101 @@ TEST(CorruptStore, AnUnreadableDatabaseIsMovedAsideAndTheStoreStartsEmpty)
 
 } // namespace
 
-// A file written by the first form of the store, which kept the names under SQLite's
-// NOCASE, keeps every value and its case-blind lookup.
-TEST(StoreUpgrade, AFileOfTheFirstFormKeepsItsValues)
+// Files of the earlier forms held a row for each key: the first form kept the names
+// under SQLite's NOCASE, the second beside their folded spelling. Both keep every value,
+// the names' first spelling and the case-blind lookup.
+class StoreUpgrade : public ::testing::TestWithParam<const char *>
+{
+};
+
+TEST_P(StoreUpgrade, AFileOfAnEarlierFormKeepsItsValues)
 {
     QTemporaryDir dir;
     const QString file = dir.filePath("settings.sqlite");
     {
         sqlite3 *db = nullptr;
         ASSERT_EQ(sqlite3_open(file.toUtf8().constData(), &db), SQLITE_OK);
-        ASSERT_EQ(sqlite3_exec(db,
-                               "CREATE TABLE settings (section TEXT NOT NULL COLLATE NOCASE,"
-                               " key TEXT NOT NULL COLLATE NOCASE, value TEXT NOT NULL,"
-                               " PRIMARY KEY (section, key)) WITHOUT ROWID;"
-                               "INSERT INTO settings VALUES ('CityCode', 'Code', 'KDSM'),"
-                               " ('Cache\\KDSM\\Current', 'temp', '72');",
-                               nullptr, nullptr, nullptr),
-                  SQLITE_OK);
+        ASSERT_EQ(sqlite3_exec(db, GetParam(), nullptr, nullptr, nullptr), SQLITE_OK);
         sqlite3_close(db);
     }
     SqliteSettings store(file);
     EXPECT_EQ(store.value("citycode", "CODE"), "KDSM");
     EXPECT_EQ(store.value("CACHE\\kdsm\\current", "Temp"), "72");
+    EXPECT_EQ(store.value("Cache\\KDSM\\Current", "tempC"), "22.2");
     EXPECT_EQ(store.sections(), QStringList({"Cache\\KDSM\\Current", "CityCode"}));
     store.setValue("cache\\kdsm\\current", "TEMP", "73");
-    EXPECT_EQ(store.keys("Cache\\KDSM\\Current"), QStringList({"temp"}));
-    EXPECT_EQ(store.value("Cache\\KDSM\\Current", "temp"), "73");
+    EXPECT_EQ(store.keys("Cache\\KDSM\\Current"), QStringList({"temp", "tempC"}));
+    SqliteSettings reopened(file);
+    EXPECT_EQ(reopened.value("Cache\\KDSM\\Current", "temp"), "73");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Forms, StoreUpgrade,
+    ::testing::Values(
+        "CREATE TABLE settings (section TEXT NOT NULL COLLATE NOCASE,"
+        " key TEXT NOT NULL COLLATE NOCASE, value TEXT NOT NULL,"
+        " PRIMARY KEY (section, key)) WITHOUT ROWID;"
+        "INSERT INTO settings VALUES ('CityCode', 'Code', 'KDSM'),"
+        " ('Cache\\KDSM\\Current', 'temp', '72'),"
+        " ('Cache\\KDSM\\Current', 'tempC', '22.2');",
+        "CREATE TABLE settings (section_fold TEXT NOT NULL, key_fold TEXT NOT NULL,"
+        " section TEXT NOT NULL, key TEXT NOT NULL, value TEXT NOT NULL,"
+        " PRIMARY KEY (section_fold, key_fold)) WITHOUT ROWID;"
+        "PRAGMA user_version = 1;"
+        "INSERT INTO settings VALUES ('citycode', 'code', 'CityCode', 'Code', 'KDSM'),"
+        " ('cache\\kdsm\\current', 'temp', 'Cache\\KDSM\\Current', 'temp', '72'),"
+        " ('cache\\kdsm\\current', 'tempc', 'Cache\\KDSM\\Current', 'tempC', '22.2');"));
+
+// The program and tarnby-cli hold the file at once: what one has read, it reads again
+// after the other wrote, and writes of both into one section keep each other's keys.
+TEST(StoreSharing, EachConnectionSeesTheOthersCommitsAndKeepsTheirKeys)
+{
+    QTemporaryDir dir;
+    const QString file = dir.filePath("settings.sqlite");
+    SqliteSettings program(file);
+    SqliteSettings cli(file);
+    program.setValue("Cache\\K\\Current", "temp", "72");
+    EXPECT_EQ(cli.value("Cache\\K\\Current", "temp"), "72");
+    cli.setValue("Cache\\K\\Current", "humidity", "40");
+    program.setValue("Cache\\K\\Current", "temp", "73");
+    EXPECT_EQ(cli.value("Cache\\K\\Current", "temp"), "73");
+    EXPECT_EQ(program.value("Cache\\K\\Current", "humidity"), "40");
+
+    program.beginBatch();
+    program.setValue("Cache\\K\\Hourly", "count", "2");
+    EXPECT_EQ(cli.keys("Cache\\K\\Hourly"), QStringList());
+    EXPECT_EQ(program.sections(), QStringList({"Cache\\K\\Current", "Cache\\K\\Hourly"}));
+    program.endBatch();
+    EXPECT_EQ(cli.value("Cache\\K\\Hourly", "count"), "2");
+
+    cli.removeSection("Cache\\K");
+    EXPECT_EQ(program.value("Cache\\K\\Current", "temp"), "");
+    EXPECT_EQ(program.sections(), QStringList());
+}
+
+// A section whose stored bytes are cut short reads as empty and says so; the others stay.
+TEST(StoreSharing, ASectionOfBrokenBytesStartsEmpty)
+{
+    TestProfile profile;
+    SavePref("Options", "Sound", "On");
+    SavePref("Cache\\K\\Current", "temp", "72");
+    SettingsStore::close();
+    {
+        sqlite3 *db = nullptr;
+        ASSERT_EQ(sqlite3_open(profile.registryFile().toUtf8().constData(), &db), SQLITE_OK);
+        ASSERT_EQ(
+            sqlite3_exec(db, "UPDATE sections SET body = substr(body, 1, 6) WHERE name = 'Options'",
+                         nullptr, nullptr, nullptr),
+            SQLITE_OK);
+        sqlite3_close(db);
+    }
+    profile.reopen(false);
+    QStringList logged;
+    process().LogEnabled = true;
+    setRemoteLogSink([&logged](const QString &line) { logged.append(line); });
+    EXPECT_EQ(GetPref("Options", "Sound", "default"), "default");
+    EXPECT_EQ(GetPref("Cache\\K\\Current", "temp"), "72");
+    setRemoteLogSink({});
+    EXPECT_EQ(logged.filter("Options could not be read").size(), 1)
+        << logged.join('\n').toStdString();
 }

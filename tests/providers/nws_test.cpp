@@ -1,6 +1,7 @@
 #include "providers/nwsstation.h"
 
 #include "providers/discovery.h"
+#include "providers/stationtimezone.h"
 #include "tests/providers/fakedatabase.h"
 #include "tests/providers/livereadingtest.h"
 #include "tests/retrieval/scriptedchildren.h"
@@ -180,6 +181,96 @@ TEST(NwsValues, InsideBoundsIncludesTheEdges)
     EXPECT_TRUE(IsInsideBounds("42", "-92", "41", "-91", "42", "-91"));
     EXPECT_FALSE(IsInsideBounds("42", "-92", "41", "-91", "42.1", "-91.5"));
     EXPECT_FALSE(IsInsideBounds("42", "-92", "41", "-91", "", "-91.5"));
+}
+
+} // namespace
+
+namespace
+{
+
+// The time-zone step of the NWS branch, with the vendor's answer and the station's
+// document scripted by address. The clock stands at 2024-04-15 20:00 UTC.
+class StationTimeZoneTest : public LiveReadingTest
+{
+protected:
+    StationTimeZoneTest()
+    {
+        selectStation(QStringLiteral("KTIW"), QStringLiteral("47.2675"),
+                      QStringLiteral("-122.57611"));
+        process().StationType = QStringLiteral("NWS");
+    }
+
+    static QString cached(const char *key) { return GetCache(QStringLiteral("Cache"), key); }
+
+    QString vendor = QStringLiteral("<html><body>404 Not Found</body></html>");
+    QString station;
+    ScriptedChildren children{[this](const QString &url) {
+        return ChildReply::answer("0", url.contains("/Apps/GetTimeZone") ? vendor : station);
+    }};
+};
+
+TEST_F(StationTimeZoneTest, TheVendorsAnswerIsKeptUntilTheZoneChanges)
+{
+    vendor = QStringLiteral("<result><status>OK</status><zoneName>America/Los_Angeles</zoneName>"
+                            "<offset>-25200</offset><zoneEnd>1730624400</zoneEnd></result>");
+    ASSERT_TRUE(UpdateStationTimeZone());
+    ASSERT_EQ(children.launches.size(), 1);
+    EXPECT_EQ(children.launches[0].url, "https://service.tarnby.invalid/Apps/GetTimeZone"
+                                        "?lat=47.2675&lon=-122.57611&zone=");
+    EXPECT_EQ(cached("TimeZoneName"), "America/Los_Angeles");
+    EXPECT_EQ(cached("TimeZoneOffset"), "-25200");
+    EXPECT_EQ(readDate(cached("TimeZoneOffsetExpires")),
+              utcToLocal(QDateTime::fromSecsSinceEpoch(1730624400, QTimeZone::utc())));
+    EXPECT_EQ(current("timezone-offset"), "-7");
+
+    vendor.clear();
+    EXPECT_TRUE(UpdateStationTimeZone());
+    EXPECT_EQ(children.launches.size(), 1);
+
+    // Past the change the zone is asked again, under the name known.
+    SaveCache("Cache", "TimeZoneOffsetExpires", "4/1/2024 12:00:00 AM");
+    vendor = QStringLiteral("<status>OK</status><zoneName>America/Los_Angeles</zoneName>"
+                            "<offset>-28800</offset>");
+    EXPECT_TRUE(UpdateStationTimeZone());
+    ASSERT_EQ(children.launches.size(), 2);
+    EXPECT_TRUE(children.launches[1].url.endsWith("&zone=America%2FLos_Angeles"));
+    EXPECT_EQ(current("timezone-offset"), "-8");
+    EXPECT_EQ(readDate(cached("TimeZoneOffsetExpires")), localNow().addDays(30));
+}
+
+TEST_F(StationTimeZoneTest, WithoutTheVendorAStationOfTheNwsReadsItsZoneFromItsDocument)
+{
+    station = readDataFile(QStringLiteral("nws/nws-station-KTIW-2021.json"));
+    ASSERT_TRUE(UpdateStationTimeZone());
+    ASSERT_EQ(children.launches.size(), 2);
+    EXPECT_EQ(children.launches[1].url, "https://api.weather.gov/stations/KTIW");
+    EXPECT_EQ(cached("TimeZoneName"), "America/Los_Angeles");
+    EXPECT_EQ(cached("TimeZoneOffset"), "-25200");
+    // Daylight time ends at 2 AM on the first Sunday of November: 09:00 UTC.
+    EXPECT_EQ(readDate(cached("TimeZoneOffsetExpires")),
+              utcToLocal(QDateTime(QDate(2024, 11, 3), QTime(9, 0), QTimeZone::utc())));
+    EXPECT_EQ(current("timezone-offset"), "-7");
+}
+
+TEST_F(StationTimeZoneTest, NoAnswerFailsTheStepAndKeepsWhatWasStored)
+{
+    loadCache(QStringLiteral("Cache/TimeZoneName=America/Denver\nCache/TimeZoneOffset=-21600\n"
+                             "Cache/TimeZoneOffsetExpires=4/1/2024 12:00:00 AM\n"
+                             "Current/timezone-offset=-6\n"));
+    for (const QString &document :
+         {QString(),
+          QStringLiteral("<status>ERROR</status><zoneName>x</zoneName><offset>0</offset>"),
+          QStringLiteral(
+              "<status>OK</status><zoneName>America/Denver</zoneName><offset>?</offset>")}) {
+        vendor = document;
+        station = QStringLiteral("{\"timeZone\": \"Not/AZone\"}");
+        EXPECT_FALSE(UpdateStationTimeZone());
+    }
+    process().StationType = QStringLiteral("WeatherBug");
+    station = readDataFile(QStringLiteral("nws/nws-station-KTIW-2021.json"));
+    EXPECT_FALSE(UpdateStationTimeZone());
+    EXPECT_EQ(cached("TimeZoneName"), "America/Denver");
+    EXPECT_EQ(current("timezone-offset"), "-6");
 }
 
 } // namespace
