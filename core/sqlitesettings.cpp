@@ -90,7 +90,16 @@ bool isSameOrBeneath(const QString &fold, const QString &top)
 SqliteSettings::SqliteSettings(const QString &file) : m_file(file)
 {
     if (openFile(file) && isSound()) return;
+    // A file of an earlier form is rewritten when opened; another program holding the
+    // write lock all that time leaves it as it is, for the next start.
+    const bool held = m_db && sqlite3_errcode(m_db) == SQLITE_BUSY;
     closeDb();
+    if (held) {
+        Log(QStringLiteral("Settings database %1 is held by another program; starting on "
+                           "defaults (SqliteSettings)")
+                .arg(file));
+        return;
+    }
     if (QFile::exists(file)) {
         const QString aside =
             file + QStringLiteral(".corrupt-") +
@@ -142,6 +151,8 @@ bool SqliteSettings::openFile(const QString &file)
 bool SqliteSettings::createSchema()
 {
     if (!exec(kSchema) || !moveKeyRowsIntoSections()) return false;
+    // Opening a file of this form writes nothing, so it never waits for another writer.
+    if (pragmaValue("PRAGMA user_version") == kSchemaVersion) return true;
     const QByteArray setVersion = "PRAGMA user_version = " + QByteArray::number(kSchemaVersion);
     return exec(setVersion.constData());
 }

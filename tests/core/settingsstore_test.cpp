@@ -215,6 +215,23 @@ TEST_P(StoreUpgrade, AFileOfAnEarlierFormKeepsItsValues)
     EXPECT_EQ(reopened.value("Cache\\KDSM\\Current", "temp"), "73");
 }
 
+// A file another program holds while it would be rewritten is never taken for a broken
+// one: it stays where it is and moves over at the next opening.
+TEST_P(StoreUpgrade, AFileHeldByAnotherProgramIsLeftForTheNextOpening)
+{
+    QTemporaryDir dir;
+    const QString file = dir.filePath("settings.sqlite");
+    sqlite3 *holder = nullptr;
+    ASSERT_EQ(sqlite3_open(file.toUtf8().constData(), &holder), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(holder, GetParam(), nullptr, nullptr, nullptr), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(holder, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+    EXPECT_FALSE(SqliteSettings(file).isOpen());
+    sqlite3_exec(holder, "ROLLBACK", nullptr, nullptr, nullptr);
+    sqlite3_close(holder);
+    EXPECT_EQ(QDir(dir.path()).entryList({"*.corrupt-*"}), QStringList());
+    EXPECT_EQ(SqliteSettings(file).value("Cache\\KDSM\\Current", "temp"), "72");
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Forms, StoreUpgrade,
     ::testing::Values(
