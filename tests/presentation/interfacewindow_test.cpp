@@ -76,7 +76,7 @@ protected:
     QStringList calls;
 };
 
-TEST_F(InterfaceWindow, RendersTheSkinAtItsDefaultSize)
+TEST_F(InterfaceWindow, RendersTheSkinAtItsDefaultSizeAndTakesRealtimeReadings)
 {
     EXPECT_EQ(element("station"), "KAMW");
     EXPECT_EQ(element("temp"), "72°F");
@@ -88,6 +88,8 @@ TEST_F(InterfaceWindow, RendersTheSkinAtItsDefaultSize)
     EXPECT_EQ(window->minimumSize(), QSize(300, 200));
     EXPECT_TRUE(calls.contains("tooltip"));
     EXPECT_TRUE(process().InterfaceShown);
+    window->ShowRealtimeReading("'71','3'");
+    EXPECT_TRUE(waitForElement("realtime", "71|3|F|mph|inches|inches|miles|false"));
 }
 
 TEST_F(InterfaceWindow, PagesSwitchThroughTheBridge)
@@ -105,27 +107,20 @@ TEST_F(InterfaceWindow, PagesSwitchThroughTheBridge)
     EXPECT_EQ(element("shownPage"), "day");
     skinAction("TOGGLESECTION");
     ASSERT_TRUE(waitForElement("shownPage", "hour"));
-}
-
-TEST_F(InterfaceWindow, TheLastPageComesBackAfterAReload)
-{
-    skinAction("showdaily");
-    ASSERT_TRUE(waitForElement("shownPage", "day"));
+    // The last page comes back after a reload.
     window->RefreshInterface(false, false);
     ASSERT_TRUE(waitForPage());
-    EXPECT_EQ(element("shownPage"), "day");
+    EXPECT_EQ(element("shownPage"), "hour");
 }
 
-TEST_F(InterfaceWindow, LaunchLinkOpensTheAddressInTbLink)
+TEST_F(InterfaceWindow, LaunchLinkOpensTbLinkUnlessADialogueIsUp)
 {
     window->WebBrowserSetInnerHtml("TB-Link", "https://example.test/a?b=1&c=2");
     skinAction("LaunchLink");
     ASSERT_TRUE(QTest::qWaitFor([this] { return !opened.isEmpty(); }, 5000));
     EXPECT_EQ(opened, QStringList{"https://example.test/a?b=1&c=2"});
-}
 
-TEST_F(InterfaceWindow, ActionsWaitWhileADialogueIsUp)
-{
+    // No action runs while a dialogue is up.
     QDialog dialogue;
     dialogue.setModal(true);
     dialogue.show();
@@ -166,12 +161,6 @@ TEST_F(InterfaceWindow, ARunShowsItsProgressOnTheBar)
     EXPECT_EQ(pageValue("document.getElementById('TB-ProgressBar').style.width"), "25%");
     emit retrievalProgress().progressBarHidden();
     EXPECT_EQ(window->WebBrowserGetDisplay("TB-ProgressBar"), "none");
-}
-
-TEST_F(InterfaceWindow, ARealtimeReadingReachesTheSkin)
-{
-    window->ShowRealtimeReading("'71','3'");
-    EXPECT_TRUE(waitForElement("realtime", "71|3|F|mph|inches|inches|miles|false"));
 }
 
 TEST_F(InterfaceWindow, TheSkinCanHoldItsPage)
