@@ -144,12 +144,11 @@ protected:
     bool interfaceShown = false;
 };
 
-TEST_F(TrayDesktop, IconShowsTheDigitsOfTheCachedTemperature)
+TEST_F(TrayDesktop, IconShowsTheCachedTemperatureInTheColoursAndSlantInForce)
 {
     const struct {
         const char *temp, *hideDigit, *text;
-    } cases[] = {
-        {"72", "False", "72"}, {"-5", "False", "-5"}, {"105", "True", "05"}, {"", "False", "NA"}};
+    } cases[] = {{"105", "True", "05"}, {"", "False", "NA"}, {"72", "False", "72"}};
     for (const auto &c : cases) {
         cache("Current", "temp", c.temp);
         tray("HideDigit", c.hideDigit);
@@ -159,10 +158,8 @@ TEST_F(TrayDesktop, IconShowsTheDigitsOfTheCachedTemperature)
         EXPECT_EQ(image, expected(QLatin1String(c.text))) << c.text;
         EXPECT_EQ(image.pixelColor(0, 0), QColor(Qt::black)) << c.text;
     }
-}
 
-TEST_F(TrayDesktop, AlertColoursAndTheSlantOfAFailedRun)
-{
+    // Alert colours, then the slant of a failed run.
     cache("Alerts", "AlertsAvailable", "True");
     cache("Alerts", "Count", "1");
     cache("Alerts", "title1", "Severe Thunderstorm Warning");
@@ -184,7 +181,7 @@ TEST_F(TrayDesktop, AlertColoursAndTheSlantOfAFailedRun)
                   .convertToFormat(QImage::Format_ARGB32_Premultiplied));
 }
 
-TEST_F(TrayDesktop, MenuItemsRunTheirCallsAndWaitForTheirWindows)
+TEST_F(TrayDesktop, MenusRunTheirCallsSwitchStationsAndOpenMaps)
 {
     QMenu *menu = misc->TrayMenu();
     menu->popup(QPoint(200, 200));
@@ -202,10 +199,7 @@ TEST_F(TrayDesktop, MenuItemsRunTheirCallsAndWaitForTheirWindows)
     cache("Alerts", "AlertsAvailable", "True");
     misc->rightButtonDown();
     EXPECT_TRUE(misc->trayItem(QStringLiteral("ViewAlerts"))->isEnabled());
-}
 
-TEST_F(TrayDesktop, StationMenuSwitchesAndMapMenuOpensMaps)
-{
     const QString blanks(100, u' ');
     WriteFileAtomic(process().ProfilePath + "/CityCode.cmb",
                     "Ames, IA (KAMW)" + blanks + "KAMW***50010***42.0***-93.6***NWS\r\n" +

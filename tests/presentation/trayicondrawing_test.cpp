@@ -97,12 +97,4 @@ TEST(DigitsDrawingLook, IconHoldsEveryStandardSizeAndTheTraysOwn)
     EXPECT_TRUE(sizes.contains(QSize(54, 54))); // the tray's size at the screen's ratio
 }
 
-TEST(DigitsDrawingLook, FlashLookSwapsTheColours)
-{
-    const TrayColourSet flash = FlashColours(kWhiteOnBlack);
-    EXPECT_EQ(flash.foreground, QColor(Qt::black));
-    EXPECT_EQ(flash.background, QColor(Qt::white));
-    EXPECT_FALSE(FlashColours(TrayColourSet{Qt::white, Qt::black, true}).transparent);
-}
-
 } // namespace
