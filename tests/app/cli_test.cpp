@@ -48,7 +48,7 @@ TEST_F(CliTest, BadUsageExitsWithTwoAndSaysWhy)
     }
 }
 
-TEST_F(CliTest, MetarPrintsOneReadingALine)
+TEST_F(CliTest, MetarPrintsOneReadingALineAndRefusesWhatIsNoUsReport)
 {
     const CliResult got =
         cli({"metar", "KMSN 131553Z 36010G18KT 10SM OVC029 M03/M08 A3030 RMK AO2 SLP273"});
@@ -59,16 +59,12 @@ TEST_F(CliTest, MetarPrintsOneReadingALine)
          {"StationId=KMSN", "Condition=Overcast", "TemperatureF=26.6", "WindGustSpeedMph=21",
           "Pressure=30.30", "IsAuto=False", "Visibility=10"})
         EXPECT_TRUE(lines.contains(line)) << line;
-}
-
-TEST_F(CliTest, MetarRefusesWhatIsNoUsReport)
-{
     for (const char *text :
          {"AGGH 201100Z 00000KT 9999 -DZ FEW005 24/24 Q1012", "<html>Not Found</html>"}) {
-        const CliResult got = cli({"metar", text});
-        EXPECT_EQ(got.code, 1) << text;
-        EXPECT_TRUE(got.out.isEmpty());
-        EXPECT_FALSE(got.err.isEmpty());
+        const CliResult refused = cli({"metar", text});
+        EXPECT_EQ(refused.code, 1) << text;
+        EXPECT_TRUE(refused.out.isEmpty());
+        EXPECT_FALSE(refused.err.isEmpty());
     }
     EXPECT_EQ(cli({"metar"}).code, 2);
 }
