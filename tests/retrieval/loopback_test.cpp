@@ -112,13 +112,6 @@ TEST_F(LoopbackTest, OverrideBringsTheVendorServiceHome)
     EXPECT_EQ(process().PulseUrl, "http://127.0.0.1/pulse");
     EXPECT_EQ(process().MapSource, "tb2");
     EXPECT_EQ(GetApiToken(), "LOOPBACK-TOKEN");
-
-    InstallRemoteLog();
-    process().LogEnabled = true;
-    process().LogStartedAt = Tarnby::clock().now();
-    Log("Done (modRetrieveWeather)");
-    EXPECT_EQ(lastRequestTarget(), "/vendor/tarnby/App/Log/?Version=" TARNBY_VERSION
-                                   "&Message=Done+%28modRetrieveWeather)");
 }
 
 TEST_F(LoopbackTest, PidRequestsEndOnlyOurHelpers)
