@@ -35,7 +35,6 @@ TEST_F(SkinFolder, TemplateChoiceByFamilyAndPlace)
         const char *expected; // from the full skin
     } rows[] = {{"", false, "Skin.tbt"},
                 {"", true, "Skini.tbt"},
-                {"PWS (WeatherBug)", false, "Skin.tbt"},
                 {"PWS (WUnderground)", false, "Skinwu.tbt"},
                 {"ICAO (WUnderground)", true, "Skiniwu.tbt"},
                 {"CWOP", false, "Skincwop.tbt"},

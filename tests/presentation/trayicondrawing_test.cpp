@@ -88,13 +88,10 @@ TEST(DigitsDrawingLook, ItalicAndBoldChangeTheInk)
     EXPECT_NE(a, b);
 }
 
-TEST(DigitsDrawingLook, IconHoldsEveryStandardSizeAndTheTraysOwn)
+TEST(DigitsDrawingLook, IconHoldsTheTraysOwnSizeAtTheScreensRatio)
 {
     const QIcon icon = TrayDigitsIcon(QStringLiteral("72"), TrayFontSpec{}, kWhiteOnBlack, 27, 2.0);
-    QList<QSize> sizes = icon.availableSizes();
-    for (const int side : {16, 22, 24, 27, 32, 48, 64})
-        EXPECT_TRUE(sizes.contains(QSize(side, side))) << side;
-    EXPECT_TRUE(sizes.contains(QSize(54, 54))); // the tray's size at the screen's ratio
+    EXPECT_TRUE(icon.availableSizes().contains(QSize(54, 54)));
 }
 
 } // namespace
