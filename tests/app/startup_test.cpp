@@ -1,4 +1,3 @@
-#include "app/singleinstance.h"
 #include "app/startup.h"
 #include "core/files.h"
 #include "core/paths.h"
@@ -9,7 +8,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QSignalSpy>
 
 #include <functional>
 
@@ -57,18 +55,21 @@ protected:
 
 TEST_F(StartupTest, DashIAnywhereInTheLineSelectsTheProfileFile)
 {
-    OpenSettingsStore("-id");
-    EXPECT_TRUE(process().UseINI);
-    EXPECT_EQ(process().Username, "Default");
-    SettingsStore::close();
-    process() = ProcessValues{};
-    OpenSettingsStore("monthlydb=/home/x-ill/a.mdb");
-    EXPECT_TRUE(process().UseINI);
-    EXPECT_EQ(process().Username, "tester");
-    SettingsStore::close();
-    process() = ProcessValues{};
-    OpenSettingsStore("station=KDSM");
-    EXPECT_FALSE(process().UseINI);
+    const struct {
+        const char *line;
+        bool ini;
+        const char *user;
+    } rows[] = {{"-id", true, "Default"},
+                {"monthlydb=/home/x-ill/a.mdb", true, "tester"},
+                {"station=KDSM", false, "tester"}};
+    for (const auto &r : rows) {
+        OpenSettingsStore(r.line);
+        EXPECT_EQ(process().UseINI, r.ini) << r.line;
+        EXPECT_EQ(process().Username, r.user) << r.line;
+        SettingsStore::close();
+        process() = ProcessValues{};
+    }
+    OpenSettingsStore(QString());
     EXPECT_EQ(GetPref("Misc", "RegTest"), ""); // the probe cleans up after itself
 }
 
@@ -103,9 +104,6 @@ TEST_F(StartupTest, FirstStartCountsTheRunAndAsksForARetrieval)
     EXPECT_EQ(GetPref("Misc", "ForceUpdate"), "True");
     EXPECT_EQ(GetPref("Misc", "Runs"), "1");
     EXPECT_EQ(GetPref("Misc", "Version"), ProgramVersion());
-    EXPECT_EQ(GetPref("TrayIcon", "ShowTenthsPlace"), "True");
-    EXPECT_EQ(GetPref("OnDownload", "DualDisplay"), "True");
-    EXPECT_EQ(GetPref("Misc", "UseINI"), "False");
     EXPECT_TRUE(state.VersionChanged);
     SettingsStore::close();
     const StartupState second = start();
@@ -225,21 +223,6 @@ TEST_F(StartupTest, ExitEmptiesTheCacheFolderAndMarksTheExit)
     ExitTB();
     EXPECT_FALSE(FileExists(profileFile("Cache/page.html")));
     EXPECT_EQ(GetPref("Misc", "RetWx"), "True");
-}
-
-TEST(SingleInstanceTest, ASecondInstanceHandsItsMessageToTheFirst)
-{
-    QTemporaryDir dir;
-    setProfileOverride(dir.path());
-    SingleInstance first;
-    ASSERT_TRUE(first.becomePrimary());
-    QSignalSpy received(&first, &SingleInstance::messageReceived);
-    SingleInstance second;
-    EXPECT_FALSE(second.becomePrimary());
-    EXPECT_TRUE(second.sendToPrimary("TarnbyLaunched"));
-    ASSERT_TRUE(received.wait(2000));
-    EXPECT_EQ(received.first().first().toString(), "TarnbyLaunched");
-    setProfileOverride(QString());
 }
 
 } // namespace

@@ -76,7 +76,7 @@ protected:
     QStringList calls;
 };
 
-TEST_F(InterfaceWindow, RendersTheSkinAtItsDefaultSize)
+TEST_F(InterfaceWindow, RendersAtTheDefaultSizeAndClosingKeepsThePlace)
 {
     EXPECT_EQ(element("station"), "KAMW");
     EXPECT_EQ(element("temp"), "72°F");
@@ -88,9 +88,22 @@ TEST_F(InterfaceWindow, RendersTheSkinAtItsDefaultSize)
     EXPECT_EQ(window->minimumSize(), QSize(300, 200));
     EXPECT_TRUE(calls.contains("tooltip"));
     EXPECT_TRUE(process().InterfaceShown);
+    window->ShowRealtimeReading("'71','3'");
+    EXPECT_TRUE(waitForElement("realtime", "71|3|F|mph|inches|inches|miles|false"));
+
+    // Closing hides the window and keeps its size.
+    window->move(40, 30);
+    window->resize(520, 360);
+    window->close();
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_FALSE(process().InterfaceShown);
+    EXPECT_EQ(GetPref("Misc", "IfaceWidth"), "520");
+    EXPECT_EQ(GetPref("Misc", "IfaceHeight"), "360");
+    frmIface reopened;
+    EXPECT_EQ(reopened.size(), QSize(520, 360));
 }
 
-TEST_F(InterfaceWindow, PagesSwitchThroughTheBridge)
+TEST_F(InterfaceWindow, PagesAndTheProgressBarFollowTheBridge)
 {
     skinAction("ShowHourly");
     ASSERT_TRUE(waitForElement("shownPage", "hour"));
@@ -105,52 +118,11 @@ TEST_F(InterfaceWindow, PagesSwitchThroughTheBridge)
     EXPECT_EQ(element("shownPage"), "day");
     skinAction("TOGGLESECTION");
     ASSERT_TRUE(waitForElement("shownPage", "hour"));
-}
-
-TEST_F(InterfaceWindow, TheLastPageComesBackAfterAReload)
-{
-    skinAction("showdaily");
-    ASSERT_TRUE(waitForElement("shownPage", "day"));
+    // The last page comes back after a reload.
     window->RefreshInterface(false, false);
     ASSERT_TRUE(waitForPage());
-    EXPECT_EQ(element("shownPage"), "day");
-}
+    EXPECT_EQ(element("shownPage"), "hour");
 
-TEST_F(InterfaceWindow, LaunchLinkOpensTheAddressInTbLink)
-{
-    window->WebBrowserSetInnerHtml("TB-Link", "https://example.test/a?b=1&c=2");
-    skinAction("LaunchLink");
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !opened.isEmpty(); }, 5000));
-    EXPECT_EQ(opened, QStringList{"https://example.test/a?b=1&c=2"});
-}
-
-TEST_F(InterfaceWindow, ActionsWaitWhileADialogueIsUp)
-{
-    QDialog dialogue;
-    dialogue.setModal(true);
-    dialogue.show();
-    window->RunAction("showhourly");
-    EXPECT_EQ(GetPref("Misc", "LastPage"), "Current");
-    dialogue.close();
-    window->RunAction("showhourly");
-    EXPECT_EQ(GetPref("Misc", "LastPage"), "Hour");
-}
-
-TEST_F(InterfaceWindow, SkinSettingsAreSavedFromThePage)
-{
-    window->WebBrowserSetInnerHtml("2TB-SkinOption", "On");
-    window->WebBrowserSetInnerHtml("3TB-SkinOption", "5");
-    skinAction("saveskinsettings");
-    ASSERT_TRUE(QTest::qWaitFor([] { return GetPref("Skins", "MapZoomLevel") == "5"; }, 5000));
-    EXPECT_EQ(GetPref("Skins", "Option2TestSkin"), "On");
-    EXPECT_EQ(GetPref("Skins", "Option3TestSkin"), "5");
-    window->WebBrowserSetInnerHtml("2TB-SkinOption", "Off");
-    skinAction("SaveSingleSkinSetting(2)");
-    ASSERT_TRUE(QTest::qWaitFor([] { return GetPref("Skins", "Option2TestSkin") == "Off"; }, 5000));
-}
-
-TEST_F(InterfaceWindow, ARunShowsItsProgressOnTheBar)
-{
     skinAction("retrieveweather");
     ASSERT_TRUE(QTest::qWaitFor([this] { return calls.contains("updateWeather"); }, 5000));
     EXPECT_EQ(window->WebBrowserGetDisplay("TB-ProgressBar"), "block");
@@ -168,13 +140,35 @@ TEST_F(InterfaceWindow, ARunShowsItsProgressOnTheBar)
     EXPECT_EQ(window->WebBrowserGetDisplay("TB-ProgressBar"), "none");
 }
 
-TEST_F(InterfaceWindow, ARealtimeReadingReachesTheSkin)
+TEST_F(InterfaceWindow, LinksAndSkinSettingsComeFromThePage)
 {
-    window->ShowRealtimeReading("'71','3'");
-    EXPECT_TRUE(waitForElement("realtime", "71|3|F|mph|inches|inches|miles|false"));
+    window->WebBrowserSetInnerHtml("TB-Link", "https://example.test/a?b=1&c=2");
+    skinAction("LaunchLink");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !opened.isEmpty(); }, 5000));
+    EXPECT_EQ(opened, QStringList{"https://example.test/a?b=1&c=2"});
+
+    // No action runs while a dialogue is up.
+    QDialog dialogue;
+    dialogue.setModal(true);
+    dialogue.show();
+    window->RunAction("showhourly");
+    EXPECT_EQ(GetPref("Misc", "LastPage"), "Current");
+    dialogue.close();
+    window->RunAction("showhourly");
+    EXPECT_EQ(GetPref("Misc", "LastPage"), "Hour");
+
+    window->WebBrowserSetInnerHtml("2TB-SkinOption", "On");
+    window->WebBrowserSetInnerHtml("3TB-SkinOption", "5");
+    skinAction("saveskinsettings");
+    ASSERT_TRUE(QTest::qWaitFor([] { return GetPref("Skins", "MapZoomLevel") == "5"; }, 5000));
+    EXPECT_EQ(GetPref("Skins", "Option2TestSkin"), "On");
+    EXPECT_EQ(GetPref("Skins", "Option3TestSkin"), "5");
+    window->WebBrowserSetInnerHtml("2TB-SkinOption", "Off");
+    skinAction("SaveSingleSkinSetting(2)");
+    ASSERT_TRUE(QTest::qWaitFor([] { return GetPref("Skins", "Option2TestSkin") == "Off"; }, 5000));
 }
 
-TEST_F(InterfaceWindow, TheSkinCanHoldItsPage)
+TEST_F(InterfaceWindow, RefreshesAreHeldByTheSkinAndTextOnlySkinsTakeThemInTheirBody)
 {
     window->WebBrowserSetInnerHtml("TB-SuspendUpdate", "busy");
     SaveCache("Current", "temp", "80");
@@ -185,35 +179,19 @@ TEST_F(InterfaceWindow, TheSkinCanHoldItsPage)
     window->RefreshInterface(false, false);
     ASSERT_TRUE(waitForPage());
     EXPECT_EQ(element("temp"), "80°F");
-}
 
-TEST_F(InterfaceWindow, ATextOnlySkinTakesNewPagesInItsBody)
-{
     SavePref("Misc", "IfaceWidth", "700"); // the last skin's size
     SavePref("Misc", "IfaceHeight", "500");
     installSkin("TextOnlyTest");
     window->RefreshInterface(false, false);
     ASSERT_TRUE(waitForPage()); // a new skin loads in full
-    EXPECT_EQ(element("temp"), "72°F");
+    EXPECT_EQ(element("temp"), "80°F");
     EXPECT_EQ(window->size(), QSize(400, 300));
     SaveCache("Current", "temp", "65");
     QSignalSpy shown(window.get(), &frmIface::pageShown);
     window->RefreshInterface(false, false);
     EXPECT_EQ(shown.count(), 1); // no load to wait for
     EXPECT_EQ(element("temp"), "65°F");
-}
-
-TEST_F(InterfaceWindow, ClosingHidesTheWindowAndKeepsItsPlace)
-{
-    window->move(40, 30);
-    window->resize(520, 360);
-    window->close();
-    EXPECT_FALSE(window->isVisible());
-    EXPECT_FALSE(process().InterfaceShown);
-    EXPECT_EQ(GetPref("Misc", "IfaceWidth"), "520");
-    EXPECT_EQ(GetPref("Misc", "IfaceHeight"), "360");
-    frmIface reopened;
-    EXPECT_EQ(reopened.size(), QSize(520, 360));
 }
 
 } // namespace

@@ -37,16 +37,11 @@ TEST_F(LinkTable, NamesBecomeAddresses)
          "/wu-web/history/airport/KIAAMES2/2024/3/5/DailyHistory.html"},
         {"historicalweather", "PWS (WUnderground)", "50011", false,
          "/wu-web/personal-weather-station/dashboard?ID=KIAAMES2#history/data"},
-        {"topstories", "WeatherBug", "50011", false, "/wu-web/news"},
         {"wbphotoslocal", "WeatherBug", "50011", false,
          "/wb-photos/photos/explore/local?latlon=42.03,-93.62"},
-        {"wucamsasia", "WeatherBug", "50011", false,
-         "/wu-web/webcams/index.html?qlat=32.87958699883&qlon=96.50390625499996"
-         "&qzoom=3&range=intl&region=as"},
         // a WeatherBug page learns the station, once
         {"dailyforecast", "WeatherBug", "50011", false,
          "https://www.weatherbug.com/forecast?zip=50011&stat=p12345"},
-        {"dailyforecast", "PWS (WUnderground)", "50011", false, "/wu-web/dashboard/pws/KIAAMES2"},
         {"radarmap", "WeatherBug", "50011", true,
          "https://www.weatherbug.com/map?zip=50011&layer=radar&map_animate=1"
          "&image_type=7"},

@@ -38,14 +38,6 @@ public:
 
 using SkinOptions = SkinTest;
 
-TEST_F(SkinOptions, KeysBelongToTheSkinAndFromTwentyOnToTheStation)
-{
-    EXPECT_EQ(SkinOptionKey(1, "Splendid4", "KAMW"), "Option1Splendid4");
-    EXPECT_EQ(SkinOptionKey(19, "Splendid4", "KAMW"), "Option19Splendid4");
-    EXPECT_EQ(SkinOptionKey(20, "Splendid4", "KAMW"), "Option20Splendid4-KAMW");
-    EXPECT_EQ(SkinOptionElement(7), "7TB-SkinOption");
-}
-
 TEST_F(SkinOptions, LoadSetsTheSkinsOptionsAndTheStationsWhileTheirElementsLast)
 {
     SavePref("Skins", "Option2Test", "Show");

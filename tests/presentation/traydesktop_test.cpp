@@ -11,11 +11,10 @@
 #include "presentation/tooltipwindow.h"
 #include "presentation/trayicondrawing.h"
 #include "providers/conditions.h"
+#include "tests/presentation/snapshot.h"
 #include "tests/support/testprofile.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QFile>
 #include <QGuiApplication>
 #include <QHelpEvent>
 #include <QMenu>
@@ -28,6 +27,7 @@
 #include <memory>
 
 using namespace Tarnby;
+using Tarnby::Test::keepSnapshot;
 
 namespace
 {
@@ -35,15 +35,6 @@ namespace
 bool waitUntil(const std::function<bool()> &condition, int ms = 8000)
 {
     return QTest::qWaitFor(condition, ms);
-}
-
-void keep(const QImage &image, const QString &name)
-{
-    const QString folder = qEnvironmentVariable("TARNBY_TRAY_SNAPSHOTS");
-    if (folder.isEmpty()) return;
-    QDir().mkpath(folder);
-    image.save(folder + u'/' + name + QStringLiteral(".png"));
-    image.scaled(image.size() * 8).save(folder + u'/' + name + QStringLiteral("-zoom.png"));
 }
 
 // The tray host of the test run, started when the display has none.
@@ -153,25 +144,22 @@ protected:
     bool interfaceShown = false;
 };
 
-TEST_F(TrayDesktop, IconShowsTheDigitsOfTheCachedTemperature)
+TEST_F(TrayDesktop, IconShowsTheCachedTemperatureInTheColoursAndSlantInForce)
 {
     const struct {
         const char *temp, *hideDigit, *text;
-    } cases[] = {
-        {"72", "False", "72"}, {"-5", "False", "-5"}, {"105", "True", "05"}, {"", "False", "NA"}};
+    } cases[] = {{"105", "True", "05"}, {"", "False", "NA"}, {"72", "False", "72"}};
     for (const auto &c : cases) {
         cache("Current", "temp", c.temp);
         tray("HideDigit", c.hideDigit);
         misc->RefreshTray();
         const QImage image = shown();
-        keep(image, QStringLiteral("tray-%1-%2px").arg(QLatin1String(c.text)).arg(side()));
+        keepSnapshot(image, QStringLiteral("tray-%1-%2px").arg(QLatin1String(c.text)).arg(side()));
         EXPECT_EQ(image, expected(QLatin1String(c.text))) << c.text;
         EXPECT_EQ(image.pixelColor(0, 0), QColor(Qt::black)) << c.text;
     }
-}
 
-TEST_F(TrayDesktop, AlertColoursAndTheSlantOfAFailedRun)
-{
+    // Alert colours, then the slant of a failed run.
     cache("Alerts", "AlertsAvailable", "True");
     cache("Alerts", "Count", "1");
     cache("Alerts", "title1", "Severe Thunderstorm Warning");
@@ -179,21 +167,21 @@ TEST_F(TrayDesktop, AlertColoursAndTheSlantOfAFailedRun)
     tray("BackColorAlert", "255");   // red
     misc->RefreshTray();
     QImage image = shown();
-    keep(image, QStringLiteral("tray-alert-%1px").arg(side()));
+    keepSnapshot(image, QStringLiteral("tray-alert-%1px").arg(side()));
     EXPECT_EQ(image.pixelColor(0, 0), QColor(Qt::red));
     EXPECT_EQ(image, expected(QStringLiteral("72")));
 
     misc->SwitchTrayItalic(true);
     EXPECT_TRUE(misc->italic());
     image = shown();
-    keep(image, QStringLiteral("tray-alert-italic-%1px").arg(side()));
+    keepSnapshot(image, QStringLiteral("tray-alert-italic-%1px").arg(side()));
     EXPECT_EQ(image, expected(QStringLiteral("72")));
     EXPECT_NE(image,
               DrawTrayDigits(QStringLiteral("72"), SetTrayFont(false), SetTrayColours(), side())
                   .convertToFormat(QImage::Format_ARGB32_Premultiplied));
 }
 
-TEST_F(TrayDesktop, MenuItemsRunTheirCallsAndWaitForTheirWindows)
+TEST_F(TrayDesktop, MenusRunTheirCallsSwitchStationsAndOpenMaps)
 {
     QMenu *menu = misc->TrayMenu();
     menu->popup(QPoint(200, 200));
@@ -211,10 +199,7 @@ TEST_F(TrayDesktop, MenuItemsRunTheirCallsAndWaitForTheirWindows)
     cache("Alerts", "AlertsAvailable", "True");
     misc->rightButtonDown();
     EXPECT_TRUE(misc->trayItem(QStringLiteral("ViewAlerts"))->isEnabled());
-}
 
-TEST_F(TrayDesktop, StationMenuSwitchesAndMapMenuOpensMaps)
-{
     const QString blanks(100, u' ');
     WriteFileAtomic(process().ProfilePath + "/CityCode.cmb",
                     "Ames, IA (KAMW)" + blanks + "KAMW***50010***42.0***-93.6***NWS\r\n" +
@@ -254,7 +239,7 @@ TEST_F(TrayDesktop, StationMenuSwitchesAndMapMenuOpensMaps)
     EXPECT_EQ(maps.last()->text(), QStringLiteral("Add More Maps..."));
 }
 
-TEST_F(TrayDesktop, DoubleClickRunsOnlyTheDoubleClickAction)
+TEST_F(TrayDesktop, DoubleClickRunsOnlyTheDoubleClickActionAndSwapsStations)
 {
     tray("LeftSingleClickAction", "Open Tarnby");
     tray("LeftDoubleClickAction", "Refresh weather information");
@@ -266,15 +251,9 @@ TEST_F(TrayDesktop, DoubleClickRunsOnlyTheDoubleClickAction)
 
     emit misc->temperatureIcon()->activated(QSystemTrayIcon::Trigger);
     EXPECT_TRUE(waitUntil([&] { return calls.showTarnby == 1; }, 2000));
-}
 
-TEST_F(TrayDesktop, DoubleClickSwapsStationsOnlyByTheOlderWording)
-{
     SavePref("CityCode", "Code", "KAMW");
     SavePref("CityCode", "LastCode", "KDSM");
-    tray("LeftDoubleClickAction", "Switch to previous weather station");
-    misc->leftDoubleClick();
-    EXPECT_EQ(GetPref("CityCode", "Code"), QStringLiteral("KAMW"));
     tray("LeftDoubleClickAction", "Switch to previous weather station:  Call SwapCityCodes");
     misc->leftDoubleClick();
     EXPECT_EQ(GetPref("CityCode", "Code"), QStringLiteral("KDSM"));
@@ -283,7 +262,7 @@ TEST_F(TrayDesktop, DoubleClickSwapsStationsOnlyByTheOlderWording)
     EXPECT_EQ(calls.afterStationChange, 1);
 }
 
-TEST_F(TrayDesktop, SecondStartBringsTheWindowUp)
+TEST_F(TrayDesktop, SecondStartBringsTheWindowUpAndChangesPopABalloon)
 {
     SingleInstance first;
     ASSERT_TRUE(first.becomePrimary());
@@ -293,6 +272,15 @@ TEST_F(TrayDesktop, SecondStartBringsTheWindowUp)
     EXPECT_FALSE(second.becomePrimary());
     EXPECT_TRUE(second.sendToPrimary(QStringLiteral("TarnbyLaunched")));
     EXPECT_TRUE(waitUntil([&] { return calls.showTarnby == 1; }, 3000));
+
+    // Change detection tells by a balloon.
+    PopConditionBalloon();
+    const auto balloonUp = [] {
+        for (const QWidget *widget : QApplication::topLevelWidgets())
+            if (widget->inherits("QBalloonTip") && widget->isVisible()) return true;
+        return false;
+    };
+    EXPECT_TRUE(waitUntil(balloonUp, 3000));
 }
 
 TEST_F(TrayDesktop, FlashingAlternatesUntilTheWindowIsOpen)
@@ -300,7 +288,7 @@ TEST_F(TrayDesktop, FlashingAlternatesUntilTheWindowIsOpen)
     const QImage normal = shown();
     misc->startFlashing();
     ASSERT_TRUE(waitUntil([&] { return shown() != normal; }, 2000));
-    keep(shown(), QStringLiteral("tray-flash-%1px").arg(side()));
+    keepSnapshot(shown(), QStringLiteral("tray-flash-%1px").arg(side()));
     ASSERT_TRUE(waitUntil([&] { return shown() == normal; }, 2000)); // and back
     interfaceShown = true;
     ASSERT_TRUE(waitUntil([&] { return !misc->flashing(); }, 3000));
@@ -318,17 +306,6 @@ TEST_F(TrayDesktop, IconsComeBackWhenTheTrayRestarts)
     ASSERT_TRUE(waitUntil([] { return QSystemTrayIcon::isSystemTrayAvailable(); }));
     EXPECT_TRUE(waitUntil([&] { return misc->temperatureIcon()->geometry().isValid(); }, 10000));
     EXPECT_TRUE(misc->temperatureIcon()->isVisible());
-}
-
-TEST_F(TrayDesktop, ChangeDetectionShowsANotification)
-{
-    PopConditionBalloon();
-    const auto balloonUp = [] {
-        for (const QWidget *widget : QApplication::topLevelWidgets())
-            if (widget->inherits("QBalloonTip") && widget->isVisible()) return true;
-        return false;
-    };
-    EXPECT_TRUE(waitUntil(balloonUp, 3000));
 }
 
 TEST_F(TrayDesktop, SkinnedTooltipOpensOnHoverAndOnTheMiddleButton)
@@ -359,10 +336,7 @@ TEST_F(TrayDesktop, SkinnedTooltipOpensOnHoverAndOnTheMiddleButton)
     EXPECT_NE(window->size(), QSize(200, 200)); // sized to the measured content
     EXPECT_GT(window->width(), 50);
     QTest::qWait(300);
-    keep(window->grab().toImage(), QStringLiteral("tooltip-window"));
-    if (!qEnvironmentVariableIsEmpty("TARNBY_TRAY_SNAPSHOTS"))
-        QFile::copy(window->pageFile(),
-                    qEnvironmentVariable("TARNBY_TRAY_SNAPSHOTS") + "/Tooltip.html");
+    keepSnapshot(window->grab().toImage(), QStringLiteral("tooltip-window"));
     misc->middleClick();
     EXPECT_FALSE(window->isVisible());
 }

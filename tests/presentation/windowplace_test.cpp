@@ -44,7 +44,6 @@ TEST(WindowPlace, AReachableWindowStaysAndALostOneComesBack)
 TEST(SkinScripts, TextsBecomeSafeScriptStrings)
 {
     EXPECT_EQ(ScriptString("it's a \\ path\nnext"), "'it\\'s a \\\\ path\\nnext'");
-    EXPECT_EQ(GuardedCall("displayPop()"), "try {displayPop()} catch(err){}");
 }
 
 using RealtimeArguments = ProfileTest;

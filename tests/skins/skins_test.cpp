@@ -148,17 +148,6 @@ TEST(SkinIniTest, EveryInterfaceSkinStatesItsSizes)
     }
 }
 
-TEST(SkinIniTest, TheStockSkinHasATemplateForEveryProviderAndRegion)
-{
-    for (const char *name :
-         {"Skin", "Skini", "Skinwu", "Skiniwu", "Skincwop", "Skinicwop", "Skinnws", "Skininws"})
-        EXPECT_TRUE(FileExists(stagedPath(
-            QStringLiteral("Skins/Interface/Splendid4/%1.tbt").arg(QLatin1String(name)))))
-            << name;
-    EXPECT_TRUE(
-        FileExists(stagedPath(QStringLiteral("Skins/Interface/Splendid4/Images/Blank.gif"))));
-}
-
 class SkinTemplateTest : public TemplateTest
 {
 protected:

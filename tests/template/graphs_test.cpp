@@ -87,15 +87,6 @@ TEST_F(Graphs, EqualTemperaturesKeepTheBarsStanding)
               QStringList(6, "0"));
 }
 
-TEST_F(Graphs, PopTableHasADayRowWithTwentyFourCells)
-{
-    const QString table = TableHourlyPop(HourSpan::whole(), GraphStyle{});
-    EXPECT_TRUE(table.contains("ID='PopHeaderTable'"));
-    EXPECT_TRUE(table.contains(">Saturday</TD>"));
-    EXPECT_EQ(table.count("background-color:#f8f8f8"), 18);
-    EXPECT_EQ(table.count("% chance of precipitation"), 6);
-}
-
 class ExportAndLog : public TemplateTest
 {
 protected:

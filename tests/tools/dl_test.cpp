@@ -7,9 +7,6 @@
 #include <QProcess>
 #include <QThread>
 
-#include <csignal>
-#include <sys/types.h>
-
 namespace Tarnby::Test
 {
 namespace
@@ -111,19 +108,6 @@ bool waitForRequests(const DocumentService &service, size_t n)
     while (service.requests().size() < n && timer.elapsed() < 5000)
         QThread::msleep(5);
     return service.requests().size() >= n;
-}
-
-TEST_F(DlTest, HeldAnswerLeavesNoStatusWhenTheChildIsKilled)
-{
-    writeRoutes("/held\t200\thang=60\tbody=late\n");
-    QProcess dl;
-    startDl(dl, QStringLiteral("/held"));
-    ASSERT_TRUE(waitForRequests(m_service, 1));
-    const qint64 pid = dl.processId();
-    dl.kill();
-    ASSERT_TRUE(dl.waitForFinished(5000));
-    EXPECT_NE(::kill(pid_t(pid), 0), 0); // reaped, gone
-    EXPECT_FALSE(QFile::exists(workFile(QStringLiteral("status"))));
 }
 
 TEST_F(DlTest, StoppingTheServiceEndsAHeldAnswer)
