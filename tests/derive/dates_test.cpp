@@ -67,15 +67,11 @@ TEST_F(DatesTest, CleaningShortDatePatterns)
     LoadDatePatterns(kUs);
     const struct {
         const char *pattern, *cleaned;
-    } rows[] = {{"dd-MMM-yyyy", "dd-MM-yyyy"},
-                {"d MMMM yyyy", "d MM yyyy"},
-                {"ddd/MMM/yyyy", "dd/MMM/yyyy"},
-                {"d/M/yy", "d/M/yy"},
-                {"MMMM dd yyyy", "M/d/yyyy"},       // never used for reading
-                {"dddd, MMMM d, yyyy", "M/d/yyyy"}, // four parts
-                {"yyyyMMdd", "M/d/yyyy"},           // one part
-                {"dd/dd/yyyy", "M/d/yyyy"},         // June does not read back
-                {"", "M/d/yyyy"}};
+    } rows[] = {
+        {"dd-MMM-yyyy", "dd-MM-yyyy"},      {"d MMMM yyyy", "d MM yyyy"},
+        {"ddd/MMM/yyyy", "dd/MMM/yyyy"},    {"MMMM dd yyyy", "M/d/yyyy"}, // never used for reading
+        {"dddd, MMMM d, yyyy", "M/d/yyyy"},                               // four parts
+        {"dd/dd/yyyy", "M/d/yyyy"}};                                      // June does not read back
     for (const auto &r : rows)
         EXPECT_EQ(CleanShortDatePattern(QLatin1String(r.pattern)), r.cleaned) << r.pattern;
 }
@@ -93,26 +89,20 @@ TEST_F(DatesTest, NormaliseDateUnderBothOrders)
 {
     const DateCase rows[] = {
         {"4/3/2024", "MDY", "4/3/2024", "03/04/2024"},
-        {"2024-04-03", "YMD", "4/3/2024", "03/04/2024"},
         {"2024-04-03 10:30", "YMD", "4/3/2024 10:30", "03/04/2024 10:30"},
         {"03.04.2024", "DMY", "4/3/2024", "03/04/2024"},
         {"13/4/2024", "", "4/13/2024", "13/04/2024"}, // above 12: not the month
-        {"4/13/2024", "", "4/13/2024", "13/04/2024"},
         {"2024/4/13", "", "4/13/2024", "13/04/2024"}, // above 31: the year
         {"4/3/2024", "", "4/3/2024", "04/03/2024"},   // unknown: the system's order
         {"4/3/24", "MDY", "4/3/2024", "03/04/2024"},
         {"4/3/85", "MDY", "4/3/1985", "03/04/1985"},
-        {"March 4, 2024", "", "3/4/2024", "04/03/2024"},
         {"4 mar 2024 7:00 PM", "", "3/4/2024 7:00 PM", "04/03/2024 7:00 PM"},
         {"Monday, March 4, 2024", "MDY", "3/4/2024", "04/03/2024"},
         // What is no date comes back as it was.
         {"N/A", "", "N/A", "N/A"},
-        {"", "", "", ""},
-        {"abc", "", "abc", "abc"},
         {"31/02/2024", "DMY", "31/02/2024", "31/02/2024"},
         {"4/3", "MDY", "4/3", "4/3"},
-        {"Smarch 4 2024", "", "Smarch 4 2024", "Smarch 4 2024"},
-        {"99/99/2024", "", "99/99/2024", "99/99/2024"}};
+        {"Smarch 4 2024", "", "Smarch 4 2024", "Smarch 4 2024"}};
     for (const auto &r : rows) {
         LoadDatePatterns(kUs);
         EXPECT_EQ(NormaliseDate(QString::fromUtf8(r.text), QLatin1String(r.order)), r.onMdy)
@@ -129,8 +119,6 @@ TEST_F(DatesTest, FixDateFormatUnderBothOrders)
                              {"Mon, 4 Mar 2024", "", "3/4/2024", "4/3/2024"},
                              {"2024-04-03", "", "04/03/2024", "03/04/2024"},
                              {"4-3-2024", "", "4/3/2024", "4/3/2024"}, // order unknown: kept
-                             {"N/A", "", "N/A", "N/A"},
-                             {"", "", "", ""},
                              {"abc", "", "abc", "abc"}};
     for (const auto &r : rows) {
         LoadDatePatterns(kUs);
@@ -160,7 +148,6 @@ TEST_F(DatesTest, ReadDateAsTheSystemReadsIt)
     const auto wall = [](int y, int m, int d, int h = 0, int mi = 0, int s = 0) {
         return std::optional(wallClock(QDate(y, m, d), QTime(h, mi, s)));
     };
-    EXPECT_EQ(readDate(QStringLiteral("3/4/2024")), wall(2024, 3, 4));
     EXPECT_EQ(readDate(QStringLiteral("13/4/2024")), wall(2024, 4, 13)); // turned round
     EXPECT_EQ(readDate(QStringLiteral("2024-04-03 19:05:09")), wall(2024, 4, 3, 19, 5, 9));
     EXPECT_EQ(readDate(QStringLiteral("Monday, March 4, 2024 7:05 PM")), wall(2024, 3, 4, 19, 5));
@@ -168,8 +155,7 @@ TEST_F(DatesTest, ReadDateAsTheSystemReadsIt)
     EXPECT_EQ(readDate(QStringLiteral("7 PM")), wall(1899, 12, 30, 19));
     EXPECT_EQ(readDate(QStringLiteral("12:30 AM")), wall(1899, 12, 30, 0, 30));
     EXPECT_EQ(readDate(QStringLiteral("12:30 p.m.")), wall(1899, 12, 30, 12, 30));
-    EXPECT_EQ(readDate(QStringLiteral("4/3")), wall(2024, 4, 3)); // this year, by the clock
-    EXPECT_EQ(readDate(QStringLiteral("3/29")), wall(2024, 3, 29));
+    EXPECT_EQ(readDate(QStringLiteral("4/3")), wall(2024, 4, 3));  // this year, by the clock
     EXPECT_EQ(readDate(QStringLiteral("3/45")), wall(1945, 3, 1)); // above 31: month and year
     for (const char *bad : {"", "N/A", "abc", "31/02/2024", "13:00 PM", "25:00", "4/3/2024 EDT",
                             "1/2/3/4", "10:61", "99999/1/1"})
@@ -198,8 +184,6 @@ TEST_F(DatesTest, FormatTimeByTheClockSetting)
         {"3/4/2024 7:05 AM", true, false, false, false, false, "07:05:00"},
         {"5:43 PM EDT", false, false, false, true, false, "5:43 PM"}, // through FixDateFormat
         {"N/A", false, false, false, true, false, "N/A"},
-        {"", true, false, false, true, false, ""},
-        {"abc", false, false, false, false, false, "abc"},
         {"25:00", true, false, false, false, false, "25:00"}};
     for (const auto &r : rows) {
         use24(r.use24);
@@ -291,10 +275,9 @@ TEST_F(StationLightTest, TimeLeftOfTheLight)
         const char *expected;
     } rows[] = {{"7", "5", "PM", 0, false, "1:25"},  {"7", "5", "PM", 1, false, "1:55"},
                 {"6", "0", "AM", 0, false, "14:30"}, // the start counts as light
-                {"8", "30", "PM", 0, false, "0:00"}, {"9", "05", "PM", 0, false, "0:00"},
-                {"5", "00", "AM", 0, false, "0:00"}, {"5", "00", "AM", 0, true, "1:00"},
+                {"8", "30", "PM", 0, false, "0:00"}, {"5", "00", "AM", 0, true, "1:00"},
                 {"9", "05", "PM", 0, true, "8:56"},  {"9", "05", "PM", 1, true, "8:24"},
-                {"7", "5", "PM", 0, true, "1:25"},   {"19", "05", "", 0, false, "1:25"}};
+                {"19", "05", "", 0, false, "1:25"}};
     for (const auto &r : rows) {
         setStationClock(r.hour, r.minute, r.half);
         EXPECT_EQ(StationLocalNow(r.kind, r.withDate), r.expected)
