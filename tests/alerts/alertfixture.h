@@ -19,6 +19,26 @@ inline QString alertDocument(const QString &name)
     return dataFile(QStringLiteral("alerts/") + name);
 }
 
+// The two alert services: how an answer is stored, a good answer and the mark that closes
+// its list of alerts.
+struct AlertService {
+    const char *name;
+    void (*process)(const QString &path);
+    std::optional<AlertSet> (*read)(const QString &answer, const QString &source);
+    const char *good;
+    const char *listEnd;
+};
+
+inline const AlertService kNwsAlerts{"Nws", ProcessNwsAlerts, ReadNwsAlerts, "nws-mixed.json",
+                                     "\"title\": \"current"};
+inline const AlertService kPulseAlerts{"Pulse", ProcessWeatherBugAlerts, ReadWeatherBugAlerts,
+                                       "pulse-three-alerts.json", "]"};
+
+inline bool isNws(const AlertService &service)
+{
+    return service.process == ProcessNwsAlerts;
+}
+
 class AlertTest : public ProfileTest
 {
 protected:
