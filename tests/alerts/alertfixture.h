@@ -5,11 +5,8 @@
 #include "alerts/alertingestion.h"
 #include "core/processvalues.h"
 #include "core/weathercache.h"
-#include "derive/dates.h"
+#include "tests/support/fixedtime.h"
 #include "tests/support/testprofile.h"
-
-#include <QLocale>
-#include <QTimeZone>
 
 namespace Tarnby::Test
 {
@@ -45,14 +42,7 @@ protected:
     void SetUp() override
     {
         process().CityCode = QStringLiteral("KPQR");
-        LoadDatePatterns(QLocale(QLocale::English, QLocale::UnitedStates));
-        setLocalTimeZone(QTimeZone("America/Chicago"));
         setAlertsFailed(false);
-    }
-    void TearDown() override
-    {
-        setLocalTimeZone(QTimeZone());
-        LoadDatePatterns();
     }
 
     // What an earlier run left: a damaged answer must not touch it, a good one replaces it
@@ -74,6 +64,8 @@ protected:
     }
 
     static QStringList alertsBranch() { return CacheBranchLines(QStringLiteral("Alerts")); }
+
+    FixedTime time{QTimeZone("America/Chicago")};
 };
 
 } // namespace Tarnby::Test

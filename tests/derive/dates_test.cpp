@@ -1,9 +1,9 @@
 #include "derive/dates.h"
 
-#include "core/clock.h"
 #include "core/processvalues.h"
 #include "core/settingsstore.h"
 #include "core/weathercache.h"
+#include "tests/support/fixedtime.h"
 #include "tests/support/testprofile.h"
 
 using namespace Tarnby;
@@ -19,24 +19,14 @@ const QLocale kGerman(QLocale::German, QLocale::Germany);         // dd.MM.yyyy
 class DatesTest : public Tarnby::Test::ProfileTest
 {
 protected:
-    DatesTest()
-    {
-        setClock(&m_clock);
-        setLocalTimeZone(QTimeZone(-5 * 3600));
-        process().CityCode = QStringLiteral("KDSM");
-    }
-    ~DatesTest() override
-    {
-        setClock(nullptr);
-        setLocalTimeZone(QTimeZone());
-        LoadDatePatterns();
-    }
+    DatesTest() { process().CityCode = QStringLiteral("KDSM"); }
     static void use24(bool on)
     {
         SavePref(QStringLiteral("OnDownload"), QStringLiteral("Use24"),
                  on ? QStringLiteral("True") : QStringLiteral("False"));
     }
-    FixedClock m_clock{QDateTime(QDate(2024, 3, 4), QTime(12, 0), Qt::UTC)};
+    Tarnby::Test::FixedTime time{QTimeZone(-5 * 3600),
+                                 QDateTime(QDate(2024, 3, 4), QTime(12, 0), Qt::UTC)};
 };
 
 // ---- patterns ------------------------------------------------------------------------------

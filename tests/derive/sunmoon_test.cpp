@@ -1,9 +1,9 @@
 #include "derive/sunmoon.h"
 
-#include "core/clock.h"
 #include "core/processvalues.h"
 #include "core/weathercache.h"
 #include "derive/dates.h"
+#include "tests/support/fixedtime.h"
 #include "tests/support/testprofile.h"
 
 #include <QRegularExpression>
@@ -92,20 +92,10 @@ TEST(SunTimesTest, TextPositionsThatAreNoNumbersGiveNoTimes)
 class SunCacheTest : public Tarnby::Test::ProfileTest
 {
 protected:
-    SunCacheTest()
-    {
-        setClock(&m_clock);
-        setLocalTimeZone(QTimeZone(-5 * 3600));
-        LoadDatePatterns(QLocale(QLocale::English, QLocale::UnitedStates));
-        process().CityCode = QStringLiteral("KDSM");
-    }
-    ~SunCacheTest() override
-    {
-        setClock(nullptr);
-        setLocalTimeZone(QTimeZone());
-    }
+    SunCacheTest() { process().CityCode = QStringLiteral("KDSM"); }
     static QString sun(const QString &key) { return GetCache(QStringLiteral("Sun"), key); }
-    FixedClock m_clock{QDateTime(QDate(2024, 6, 21), QTime(3, 0), Qt::UTC)}; // 20 June, local
+    Tarnby::Test::FixedTime time{QTimeZone(-5 * 3600), // 20 June, local
+                                 QDateTime(QDate(2024, 6, 21), QTime(3, 0), Qt::UTC)};
 };
 
 TEST_F(SunCacheTest, WritesRowsFromTheLocalToday)
@@ -202,8 +192,7 @@ TEST(MoonTest, PhaseDatesOfTheBook)
 class LocalZoneTest : public ::testing::Test
 {
 protected:
-    LocalZoneTest() { setLocalTimeZone(QTimeZone::utc()); }
-    ~LocalZoneTest() override { setLocalTimeZone(QTimeZone()); }
+    Tarnby::Test::FixedTime time{QTimeZone::utc()};
 };
 
 // The published phases of 2024 (tests/data/derive/moonphases2024.txt, whole minutes UTC).

@@ -8,16 +8,14 @@
 // form is the cache before. With TARNBY_UPDATE_GOLDEN set, a mismatching .expected is rewritten
 // instead (review the diff before committing).
 
-#include "core/clock.h"
 #include "core/processvalues.h"
 #include "core/settingsstore.h"
 #include "core/weathercache.h"
-#include "derive/dates.h"
 #include "derive/units.h"
+#include "tests/support/fixedtime.h"
 #include "tests/support/testprofile.h"
 
 #include <QFile>
-#include <QTimeZone>
 
 namespace Tarnby::Test
 {
@@ -25,20 +23,12 @@ namespace Tarnby::Test
 class LiveReadingTest : public ProfileTest
 {
 protected:
-    LiveReadingTest() : m_clock(QDateTime(QDate(2024, 4, 15), QTime(20, 0), QTimeZone::utc()))
+    LiveReadingTest()
     {
-        setClock(&m_clock);
-        setLocalTimeZone(QTimeZone("America/Chicago"));
-        LoadDatePatterns(QLocale(QLocale::English, QLocale::UnitedStates));
         conversionOptions() = {};
         selectStation(QStringLiteral("KDSM"), QStringLiteral("41.534"), QStringLiteral("-93.653"));
     }
-    ~LiveReadingTest() override
-    {
-        setClock(nullptr);
-        setLocalTimeZone(QTimeZone());
-        conversionOptions() = {};
-    }
+    ~LiveReadingTest() override { conversionOptions() = {}; }
 
     void selectStation(const QString &code, const QString &latitude, const QString &longitude)
     {
@@ -106,7 +96,8 @@ protected:
         EXPECT_EQ(actual, expected) << relativePath.toStdString();
     }
 
-    FixedClock m_clock;
+    FixedTime time{QTimeZone("America/Chicago"),
+                   QDateTime(QDate(2024, 4, 15), QTime(20, 0), QTimeZone::utc())};
 };
 
 } // namespace Tarnby::Test

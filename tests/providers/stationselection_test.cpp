@@ -1,10 +1,10 @@
 #include "providers/stationselection.h"
 
-#include "core/clock.h"
 #include "core/processvalues.h"
 #include "core/settingsstore.h"
 #include "core/weathercache.h"
 #include "tests/providers/stationfixtures.h"
+#include "tests/support/fixedtime.h"
 
 using namespace Tarnby;
 using namespace Tarnby::Test;
@@ -205,12 +205,6 @@ protected:
     {
         StationSelection::SetUp();
         ChangeWeatherStation(desMoines().toLine());
-        setClock(&fixedClock);
-    }
-    void TearDown() override
-    {
-        setClock(nullptr);
-        StationSelection::TearDown();
     }
     void actualStation(const QString &cityState, const QString &station)
     {
@@ -219,7 +213,7 @@ protected:
         SaveCache("Current", "station", station);
     }
 
-    FixedClock fixedClock{QDateTime(QDate(2024, 5, 1), QTime(12, 0), Qt::UTC)};
+    FixedTime time{QTimeZone::utc(), QDateTime(QDate(2024, 5, 1), QTime(12, 0), Qt::UTC)};
 };
 
 TEST_F(StationDisplayName, ActualStationMarksTheStationDownOnce)
@@ -227,10 +221,10 @@ TEST_F(StationDisplayName, ActualStationMarksTheStationDownOnce)
     actualStation("Ankeny, IA", "Ankeny Airport (KIKV)");
     EXPECT_EQ(GetStationDisplayName(), "Ankeny, IA (KIKV)");
     EXPECT_EQ(GetPref("Misc", "StationDown"), "True");
-    const QString stamp = fixedClock.now().toString(Qt::ISODate);
+    const QString stamp = time.clock.now().toString(Qt::ISODate);
     EXPECT_EQ(GetPref("Misc", "StationDownTimeStamp"), stamp);
 
-    fixedClock.advanceSeconds(3600);
+    time.clock.advanceSeconds(3600);
     EXPECT_EQ(GetStationDisplayName(), "Ankeny, IA (KIKV)");
     EXPECT_EQ(GetPref("Misc", "StationDownTimeStamp"), stamp);
 }
