@@ -210,7 +210,7 @@ class PwsRecord : public LiveReadingTest
 protected:
     void read(const QString &name)
     {
-        loadCaseCache(name);
+        loadCacheFile("weatherbug/" + name + ".cache");
         ProcessPwsConditions(dataFile("weatherbug/" + name + ".txt"));
     }
 };
@@ -218,14 +218,14 @@ protected:
 TEST_F(PwsRecord, FullRecordGolden)
 {
     read("pws-full");
-    expectGolden("pws-full", dumpCache());
+    expectGoldenFile("weatherbug/pws-full.expected", dumpCache());
     EXPECT_FALSE(process().ProcessingConditions);
 }
 
 TEST_F(PwsRecord, ShortRecordStopsTheWalkAndKeepsTheFlagRaised)
 {
     read("pws-short");
-    expectGolden("pws-short", dumpCache());
+    expectGoldenFile("weatherbug/pws-short.expected", dumpCache());
     EXPECT_TRUE(process().ProcessingConditions);
     read("pws-full");
     EXPECT_FALSE(process().ProcessingConditions);

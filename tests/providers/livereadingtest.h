@@ -66,22 +66,10 @@ protected:
         return lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
     }
 
-    // Loads <name>.cache when there is one.
-    static void loadCaseCache(const QString &name)
-    {
-        loadCacheFile(QStringLiteral("weatherbug/") + name + QStringLiteral(".cache"));
-    }
-
     // Loads a test data file of "Section/key=value" lines when it exists.
     static void loadCacheFile(const QString &relativePath)
     {
         if (QFile::exists(dataFile(relativePath))) loadCache(readDataFile(relativePath));
-    }
-
-    static void expectGolden(const QString &name, const QString &actual)
-    {
-        expectGoldenFile(QStringLiteral("weatherbug/") + name + QStringLiteral(".expected"),
-                         actual);
     }
 
     // Compares with a test data file, or rewrites it under TARNBY_UPDATE_GOLDEN.

@@ -56,11 +56,6 @@ QList<Expectation> readExpectations(const QString &name)
     return blocks;
 }
 
-QString after(const QString &line, const char *mark)
-{
-    return line.mid(qsizetype(qstrlen(mark)));
-}
-
 // "station=PANC utime=1 T=28" made into a MesoWest document.
 QString xmlDocument(const QString &variables)
 {
@@ -93,15 +88,15 @@ QString realReport(const QString &reference)
 clsMetar decode(const QString &source)
 {
     clsMetar metar;
-    if (source.startsWith(QLatin1String("file: ")))
-        metar.ParseMetarData(realReport(after(source, "file: ")));
-    else if (source.startsWith(QLatin1String("report: ")))
-        metar.ParseMetarData(after(source, "report: "));
-    else if (source.startsWith(QLatin1String("xmlfile: ")))
-        metar.ParseXmlData(
-            Tarnby::Test::readDataFile(QStringLiteral("metar/") + after(source, "xmlfile: ")));
-    else if (source.startsWith(QLatin1String("xml: ")))
-        metar.ParseXmlData(xmlDocument(after(source, "xml: ")));
+    const QString kind = source.section(u' ', 0, 0), text = source.section(u' ', 1);
+    if (kind == u"file:")
+        metar.ParseMetarData(realReport(text));
+    else if (kind == u"report:")
+        metar.ParseMetarData(text);
+    else if (kind == u"xmlfile:")
+        metar.ParseXmlData(Tarnby::Test::readDataFile(QStringLiteral("metar/") + text));
+    else if (kind == u"xml:")
+        metar.ParseXmlData(xmlDocument(text));
     else
         ADD_FAILURE() << "unknown source " << source.toStdString();
     return metar;

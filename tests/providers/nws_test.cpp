@@ -12,16 +12,21 @@ using namespace Tarnby::Test;
 namespace
 {
 
-class NwsTest : public LiveReadingTest
+// An NWS station near Tacoma selected.
+class TacomaTest : public LiveReadingTest
 {
 protected:
-    NwsTest()
+    TacomaTest()
     {
         selectStation(QStringLiteral("KTIW"), QStringLiteral("47.2675"),
                       QStringLiteral("-122.57611"));
         process().StationType = QStringLiteral("NWS");
     }
+};
 
+class NwsTest : public TacomaTest
+{
+protected:
     void answerWith(const QString &relativePath) { answer = readDataFile(relativePath); }
 
     QString answer;
@@ -175,23 +180,11 @@ TEST(NwsValues, InsideBoundsIncludesTheEdges)
     EXPECT_FALSE(IsInsideBounds("42", "-92", "41", "-91", "", "-91.5"));
 }
 
-} // namespace
-
-namespace
-{
-
 // The time-zone step of the NWS branch, with the vendor's answer and the station's
 // document scripted by address. The clock stands at 2024-04-15 20:00 UTC.
-class StationTimeZoneTest : public LiveReadingTest
+class StationTimeZoneTest : public TacomaTest
 {
 protected:
-    StationTimeZoneTest()
-    {
-        selectStation(QStringLiteral("KTIW"), QStringLiteral("47.2675"),
-                      QStringLiteral("-122.57611"));
-        process().StationType = QStringLiteral("NWS");
-    }
-
     static QString cached(const char *key) { return GetCache(QStringLiteral("Cache"), key); }
 
     QString vendor = QStringLiteral("<html><body>404 Not Found</body></html>");

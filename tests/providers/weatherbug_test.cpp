@@ -46,10 +46,10 @@ class WeatherBugGolden : public WeatherBugTest, public ::testing::WithParamInter
 TEST_P(WeatherBugGolden, UpdateWritesTheExpectedKeys)
 {
     const QString name = QLatin1String(GetParam());
-    loadCaseCache(name);
-    answerWith(name + QStringLiteral(".json"));
+    loadCacheFile("weatherbug/" + name + ".cache");
+    answerWith(name + ".json");
     const QString arguments = UpdateWeatherBugConditions();
-    expectGolden(name + QStringLiteral(".update"), dumpCache(arguments));
+    expectGoldenFile("weatherbug/" + name + ".update.expected", dumpCache(arguments));
 }
 
 INSTANTIATE_TEST_SUITE_P(Documents, WeatherBugGolden,
@@ -68,9 +68,9 @@ class LiveConditionsGolden : public WeatherBugTest,
 TEST_P(LiveConditionsGolden, OlderReaderWritesTheExpectedKeys)
 {
     const QString name = QLatin1String(GetParam());
-    loadCaseCache(name);
-    ReadWeatherBugConditions(writeDocument(name + QStringLiteral(".json")), true, false);
-    expectGolden(name + QStringLiteral(".live"), dumpCache());
+    loadCacheFile("weatherbug/" + name + ".cache");
+    ReadWeatherBugConditions(writeDocument(name + ".json"), true, false);
+    expectGoldenFile("weatherbug/" + name + ".live.expected", dumpCache());
 }
 
 INSTANTIATE_TEST_SUITE_P(Documents, LiveConditionsGolden,
@@ -114,7 +114,7 @@ TEST_F(WeatherBugTest, FailuresCountUpUntilAGoodReading)
 TEST_F(WeatherBugTest, OlderObservationPassesForANewlySelectedStation)
 {
     selectStation("DSMWB", "41.534", "-93.653");
-    loadCaseCache("stale");
+    loadCacheFile("weatherbug/stale.cache");
     SaveCache("Current", "station-id", "OTHER");
     answerWith("v4-full.json");
     EXPECT_NE(UpdateWeatherBugConditions(), "");
