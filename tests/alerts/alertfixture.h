@@ -5,6 +5,7 @@
 #include "alerts/alertingestion.h"
 #include "core/processvalues.h"
 #include "core/weathercache.h"
+#include "tests/support/cachetext.h"
 #include "tests/support/fixedtime.h"
 #include "tests/support/testprofile.h"
 
@@ -49,18 +50,9 @@ protected:
     // whole (title3 lies beyond Count, as rows of a longer set may).
     static void seedEarlierAlerts()
     {
-        const char *const earlier[][2] = {{"title1", "Wind Advisory"},
-                                          {"msg-body1", "Gusts to 50 mph."},
-                                          {"title2", "Frost Advisory"},
-                                          {"msg-body2", "Frost likely."},
-                                          {"title3", "Dense Fog Advisory"},
-                                          {"Type", "NWS"},
-                                          {"Count", "2"},
-                                          {"AlertsAvailable", "True"},
-                                          {"AlertEpoch", "earlier-1,earlier-2"}};
-        for (const auto &[key, value] : earlier)
-            SaveCache(QStringLiteral("Alerts"), QString::fromLatin1(key),
-                      QString::fromLatin1(value));
+        saveCache("Alerts", "title1=Wind Advisory|msg-body1=Gusts to 50 mph.|title2=Frost Advisory|"
+                            "msg-body2=Frost likely.|title3=Dense Fog Advisory|Type=NWS|Count=2|"
+                            "AlertsAvailable=True|AlertEpoch=earlier-1,earlier-2");
     }
 
     static QStringList alertsBranch() { return CacheBranchLines(QStringLiteral("Alerts")); }

@@ -3,10 +3,12 @@
 #include "core/processvalues.h"
 #include "core/settingsstore.h"
 #include "core/weathercache.h"
+#include "tests/support/cachetext.h"
 #include "tests/support/fixedtime.h"
 #include "tests/support/testprofile.h"
 
 using namespace Tarnby;
+using namespace Tarnby::Test;
 
 namespace
 {
@@ -16,7 +18,7 @@ const QLocale kBritish(QLocale::English, QLocale::UnitedKingdom); // dd/MM/yyyy
 const QLocale kGerman(QLocale::German, QLocale::Germany);         // dd.MM.yyyy
 
 // A profile, a fixed clock (Monday 4 March 2024, 12:00 UTC) and a fixed zone (UTC-5).
-class DatesTest : public Tarnby::Test::ProfileTest
+class DatesTest : public ProfileTest
 {
 protected:
     DatesTest() { process().CityCode = QStringLiteral("KDSM"); }
@@ -25,8 +27,7 @@ protected:
         SavePref(QStringLiteral("OnDownload"), QStringLiteral("Use24"),
                  on ? QStringLiteral("True") : QStringLiteral("False"));
     }
-    Tarnby::Test::FixedTime time{QTimeZone(-5 * 3600),
-                                 QDateTime(QDate(2024, 3, 4), QTime(12, 0), Qt::UTC)};
+    FixedTime time{QTimeZone(-5 * 3600), QDateTime(QDate(2024, 3, 4), QTime(12, 0), Qt::UTC)};
 };
 
 // ---- patterns ------------------------------------------------------------------------------
@@ -228,31 +229,21 @@ protected:
     StationLightTest()
     {
         LoadDatePatterns(kUs);
-        for (const auto &[key, value] : {std::pair{"sunrise-time1", "6:00 AM"},
-                                         {"sunset-time1", "8:30 PM"},
-                                         {"dawn-time1", "5:30 AM"},
-                                         {"dusk-time1", "9:00 PM"},
-                                         {"sunrise-time2", "6:01 AM"},
-                                         {"dawn-time2", "5:29 AM"}})
-            SaveCache(QStringLiteral("Sun"), QLatin1String(key), QLatin1String(value));
+        saveCache("Sun", "sunrise-time1=6:00 AM|sunset-time1=8:30 PM|dawn-time1=5:30 AM|"
+                         "dusk-time1=9:00 PM|sunrise-time2=6:01 AM|dawn-time2=5:29 AM");
         setStationDate("3", "4", "2024");
-    }
-    // Saves the three keys of "now-date-<name>-..." with the given values, in order.
-    static void saveNow(const char *const (&names)[3], const char *a, const char *b, const char *c)
-    {
-        const char *values[] = {a, b, c};
-        for (int i = 0; i < 3; ++i)
-            SaveCache(QStringLiteral("Current"),
-                      QStringLiteral("now-date-") + QLatin1String(names[i]),
-                      QLatin1String(values[i]));
     }
     static void setStationClock(const char *hour, const char *minute, const char *half)
     {
-        saveNow({"hour-number", "minute-number", "am-pm-abbrv"}, hour, minute, half);
+        saveCache("Current", QString("now-date-hour-number=%1|now-date-minute-number=%2|"
+                                     "now-date-am-pm-abbrv=%3")
+                                 .arg(hour, minute, half));
     }
     static void setStationDate(const char *m, const char *d, const char *y)
     {
-        saveNow({"month-number", "day-number", "year-number"}, m, d, y);
+        saveCache("Current",
+                  QString("now-date-month-number=%1|now-date-day-number=%2|now-date-year-number=%3")
+                      .arg(m, d, y));
     }
 };
 
@@ -278,20 +269,18 @@ TEST_F(StationLightTest, TimeLeftOfTheLight)
 TEST_F(StationLightTest, FallsBackOnObservedThenTheStamp)
 {
     setStationClock("N/A", "N/A", "");
-    SaveCache(QStringLiteral("Current"), QStringLiteral("observed"),
-              QStringLiteral("3/4/2024 7:05:59 PM"));
+    SaveCache("Current", "observed", "3/4/2024 7:05:59 PM");
     EXPECT_EQ(StationLocalNow(0), "1:25");
-    SaveCache(QStringLiteral("Current"), QStringLiteral("observed"), QStringLiteral("N/A"));
-    SaveCache(QStringLiteral("LastUpdated"), QStringLiteral("CurrentTimeStamp"),
-              QStringLiteral("2024-03-04 20:00:00"));
+    SaveCache("Current", "observed", "N/A");
+    SaveCache("LastUpdated", "CurrentTimeStamp", "2024-03-04 20:00:00");
     EXPECT_EQ(StationLocalNow(0), "0:30");
-    SaveCache(QStringLiteral("LastUpdated"), QStringLiteral("CurrentTimeStamp"), QString());
+    SaveCache("LastUpdated", "CurrentTimeStamp", "");
     EXPECT_EQ(StationLocalNow(0), "0:00");
     // No sun data, or a station date that is no date: the light is over, or counted by the day.
     setStationClock("7", "5", "PM");
     setStationDate("2", "31", "2024");
     EXPECT_EQ(StationLocalNow(0, true), "1:25");
-    SaveCache(QStringLiteral("Sun"), QStringLiteral("sunset-time1"), QStringLiteral("N/A"));
+    SaveCache("Sun", "sunset-time1", "N/A");
     EXPECT_EQ(StationLocalNow(0), "0:00");
 }
 

@@ -160,7 +160,7 @@ TEST_F(IconPathTest, CodesOfEachFamilyInBothSchemes)
     EXPECT_EQ(icon("https://api.weather.gov/icons/land/night/few?size=medium", "NWS"),
               shiny("29.png"));
     EXPECT_EQ(icon("", "NWS"), shiny("NA.png"));
-    SavePref(QStringLiteral("Skins"), QStringLiteral("Icons"), QStringLiteral("WeatherBug"));
+    SavePref("Skins", "Icons", "WeatherBug");
     EXPECT_EQ(icon("partlycloudy", "WUnderground"), weatherBug("cond003.gif"));
     EXPECT_EQ(icon("cond012", "WeatherBug"), weatherBug("cond012.gif"));
     EXPECT_EQ(icon("https://api.weather.gov/icons/land/day/fog?size=medium", "NWS"),
@@ -171,48 +171,43 @@ TEST_F(IconPathTest, CodesOfEachFamilyInBothSchemes)
 TEST_F(IconPathTest, SetsAndTheirExtensions)
 {
     EXPECT_EQ(IconSetName(false), "Shiny"); // an empty setting falls back, and is saved
-    EXPECT_EQ(GetPref(QStringLiteral("Skins"), QStringLiteral("Icons")), "Shiny");
-    SavePref(QStringLiteral("Skins"), QStringLiteral("TrayIcons"), QStringLiteral("Empty"));
+    EXPECT_EQ(GetPref("Skins", "Icons"), "Shiny");
+    SavePref("Skins", "TrayIcons", "Empty");
     EXPECT_EQ(icon("32", "WUnderground", true),
-              profile.path() + QStringLiteral("/Skins/Icons/Empty/NA")); // no files, no extension
-    EXPECT_EQ(IconPath(QStringLiteral("Current"), QStringLiteral("clear"), false, true, false, true,
-                       QStringLiteral("WUnderground")),
+              profile.path() + "/Skins/Icons/Empty/NA"); // no files, no extension
+    EXPECT_EQ(IconPath("Current", "clear", false, true, false, true, "WUnderground"),
               weatherBug("cond000.gif")); // a .png set gives way
 }
 
 TEST_F(IconPathTest, EmptyCurrentIconTakesTheHourlyOneByDayAndNight)
 {
-    SaveCache(QStringLiteral("Current"), QStringLiteral("image-icon"), QStringLiteral("N/A"));
-    SaveCache(QStringLiteral("Hourly"), QStringLiteral("weather-icon1"),
-              QStringLiteral("partlycloudy"));
+    SaveCache("Current", "image-icon", "N/A");
+    SaveCache("Hourly", "weather-icon1", "partlycloudy");
     const auto current = [] {
-        return IconPath(QStringLiteral("Current"), QStringLiteral("image-icon"), false, false,
-                        false, false, QStringLiteral("WUnderground"));
+        return IconPath("Current", "image-icon", false, false, false, false, "WUnderground");
     };
     EXPECT_EQ(current(), shiny("29.png")); // no sun data: night
-    SaveCache(QStringLiteral("Sun"), QStringLiteral("sunrise-time1"), QStringLiteral("6:00 AM"));
-    SaveCache(QStringLiteral("Sun"), QStringLiteral("sunset-time1"), QStringLiteral("8:00 PM"));
-    SaveCache(QStringLiteral("Current"), QStringLiteral("observed"),
-              QStringLiteral("3/4/2024 1:00 PM"));
+    SaveCache("Sun", "sunrise-time1", "6:00 AM");
+    SaveCache("Sun", "sunset-time1", "8:00 PM");
+    SaveCache("Current", "observed", "3/4/2024 1:00 PM");
     EXPECT_EQ(current(), shiny("30.png"));
-    SaveCache(QStringLiteral("Current"), QStringLiteral("image-icon"), QStringLiteral("nt_clear"));
+    SaveCache("Current", "image-icon", "nt_clear");
     EXPECT_EQ(current(), shiny("31.png"));
 }
 
 TEST_F(IconPathTest, RelativePathsAndMoonIcons)
 {
-    SaveCache(QStringLiteral("Current"), QStringLiteral("MoonIcon"), QStringLiteral("mphase12"));
+    SaveCache("Current", "MoonIcon", "mphase12");
     const auto moon = [](bool relative) {
-        return IconPath(QStringLiteral("Current"), QStringLiteral("MoonIcon"), false, false,
-                        relative, false, QStringLiteral("WeatherBug"));
+        return IconPath("Current", "MoonIcon", false, false, relative, false, "WeatherBug");
     };
     EXPECT_EQ(moon(false), shiny("Moon/Northern/mphase12.png"));
-    SavePref(QStringLiteral("CityCode"), QStringLiteral("Latitude"), QStringLiteral("-33.9"));
+    SavePref("CityCode", "Latitude", "-33.9");
     EXPECT_EQ(moon(true), "../../../../../Skins/Icons/Shiny/Moon/Southern/mphase12.png");
-    EXPECT_EQ(MoonIconPath(QStringLiteral("mphase01"), false), shiny("Moon/Southern/mphase01.png"));
+    EXPECT_EQ(MoonIconPath("mphase01", false), shiny("Moon/Southern/mphase01.png"));
 
-    process().ProfilePath = profile.path() + QStringLiteral("/O'Brien");
-    makeSet(QStringLiteral("Shiny"), {QStringLiteral("1.svg")});
+    process().ProfilePath = profile.path() + "/O'Brien";
+    makeSet("Shiny", {"1.svg"});
     EXPECT_EQ(icon("clear", "WUnderground"), "../../../Skins/Icons/Shiny/32.svg");
 }
 
