@@ -53,8 +53,8 @@ TEST(PictureTest, PrintsAsTheLettersSay)
 TEST(PictureNamesTest, ComeFromTheLocale)
 {
     const QLocale german(QLocale::German, QLocale::Germany);
-    EXPECT_EQ(formatDateTime(kEvening, QStringLiteral("dddd, d. mmmm"), german), "Montag, 4. März");
-    EXPECT_EQ(formatDateTime(kEvening, QStringLiteral("AMPM"), kEnglish), kEnglish.pmText());
+    EXPECT_EQ(formatDateTime(kEvening, "dddd, d. mmmm", german), "Montag, 4. März");
+    EXPECT_EQ(formatDateTime(kEvening, "AMPM", kEnglish), kEnglish.pmText());
 }
 
 } // namespace

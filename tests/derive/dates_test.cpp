@@ -24,8 +24,7 @@ protected:
     DatesTest() { process().CityCode = QStringLiteral("KDSM"); }
     static void use24(bool on)
     {
-        SavePref(QStringLiteral("OnDownload"), QStringLiteral("Use24"),
-                 on ? QStringLiteral("True") : QStringLiteral("False"));
+        SavePref("OnDownload", "Use24", on ? QStringLiteral("True") : QStringLiteral("False"));
     }
     FixedTime time{QTimeZone(-5 * 3600), QDateTime(QDate(2024, 3, 4), QTime(12, 0), Qt::UTC)};
 };
@@ -118,7 +117,7 @@ TEST_F(DatesTest, FixDateFormatUnderBothOrders)
         EXPECT_EQ(FixDateFormat(QString::fromUtf8(r.text)), r.onDmy) << r.text;
     }
     LoadDatePatterns(kGerman);
-    EXPECT_EQ(FixDateFormat(QStringLiteral("2024-04-03")), "03.04.2024");
+    EXPECT_EQ(FixDateFormat("2024-04-03"), "03.04.2024");
 }
 
 TEST_F(DatesTest, FixDateFormatKeepsTheTimeWhenAsked)
@@ -128,7 +127,7 @@ TEST_F(DatesTest, FixDateFormatKeepsTheTimeWhenAsked)
     EXPECT_EQ(FixDateFormat(text), "4/3/2024");
     EXPECT_EQ(FixDateFormat(text, true), "4/3/2024 10:00 AM");
     EXPECT_EQ(FixDateFormat(text, true, false), "10:00 AM 4/3/2024");
-    EXPECT_EQ(FixDateFormat(QStringLiteral("5:43 PM EDT"), true), "5:43 PM");
+    EXPECT_EQ(FixDateFormat("5:43 PM EDT", true), "5:43 PM");
 }
 
 // ---- reading ---------------------------------------------------------------------------------
@@ -139,20 +138,20 @@ TEST_F(DatesTest, ReadDateAsTheSystemReadsIt)
     const auto wall = [](int y, int m, int d, int h = 0, int mi = 0, int s = 0) {
         return std::optional(wallClock(QDate(y, m, d), QTime(h, mi, s)));
     };
-    EXPECT_EQ(readDate(QStringLiteral("13/4/2024")), wall(2024, 4, 13)); // turned round
-    EXPECT_EQ(readDate(QStringLiteral("2024-04-03 19:05:09")), wall(2024, 4, 3, 19, 5, 9));
-    EXPECT_EQ(readDate(QStringLiteral("Monday, March 4, 2024 7:05 PM")), wall(2024, 3, 4, 19, 5));
-    EXPECT_EQ(readDate(QStringLiteral("4 Sept 2024")), wall(2024, 9, 4));
-    EXPECT_EQ(readDate(QStringLiteral("7 PM")), wall(1899, 12, 30, 19));
-    EXPECT_EQ(readDate(QStringLiteral("12:30 AM")), wall(1899, 12, 30, 0, 30));
-    EXPECT_EQ(readDate(QStringLiteral("12:30 p.m.")), wall(1899, 12, 30, 12, 30));
-    EXPECT_EQ(readDate(QStringLiteral("4/3")), wall(2024, 4, 3));  // this year, by the clock
-    EXPECT_EQ(readDate(QStringLiteral("3/45")), wall(1945, 3, 1)); // above 31: month and year
+    EXPECT_EQ(readDate("13/4/2024"), wall(2024, 4, 13)); // turned round
+    EXPECT_EQ(readDate("2024-04-03 19:05:09"), wall(2024, 4, 3, 19, 5, 9));
+    EXPECT_EQ(readDate("Monday, March 4, 2024 7:05 PM"), wall(2024, 3, 4, 19, 5));
+    EXPECT_EQ(readDate("4 Sept 2024"), wall(2024, 9, 4));
+    EXPECT_EQ(readDate("7 PM"), wall(1899, 12, 30, 19));
+    EXPECT_EQ(readDate("12:30 AM"), wall(1899, 12, 30, 0, 30));
+    EXPECT_EQ(readDate("12:30 p.m."), wall(1899, 12, 30, 12, 30));
+    EXPECT_EQ(readDate("4/3"), wall(2024, 4, 3));  // this year, by the clock
+    EXPECT_EQ(readDate("3/45"), wall(1945, 3, 1)); // above 31: month and year
     for (const char *bad : {"", "N/A", "abc", "31/02/2024", "13:00 PM", "25:00", "4/3/2024 EDT",
                             "1/2/3/4", "10:61", "99999/1/1"})
         EXPECT_FALSE(readDate(QLatin1String(bad)).has_value()) << bad;
     LoadDatePatterns(kBritish);
-    EXPECT_EQ(readDate(QStringLiteral("3/4/2024")), wall(2024, 4, 3));
+    EXPECT_EQ(readDate("3/4/2024"), wall(2024, 4, 3));
 }
 
 // ---- times -------------------------------------------------------------------------------------
@@ -208,8 +207,8 @@ TEST_F(DatesTest, UtcAndLocalByTheZone)
     const QDateTime utc = wallClock(QDate(2024, 3, 4), QTime(2, 30));
     EXPECT_EQ(utcToLocal(utc), wallClock(QDate(2024, 3, 3), QTime(21, 30)));
     EXPECT_EQ(localToUtc(utcToLocal(utc)), utc);
-    EXPECT_EQ(utcTextToLocal(QStringLiteral("2024-03-04 02:30:00")), "3/3/2024 9:30:00 PM");
-    EXPECT_EQ(utcTextToLocal(QStringLiteral("N/A")), "N/A");
+    EXPECT_EQ(utcTextToLocal("2024-03-04 02:30:00"), "3/3/2024 9:30:00 PM");
+    EXPECT_EQ(utcTextToLocal("N/A"), "N/A");
     EXPECT_FALSE(utcToLocal(QDateTime()).isValid());
 
     const QTimeZone berlin("Europe/Berlin");

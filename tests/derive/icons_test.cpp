@@ -84,10 +84,10 @@ TEST(IconCodeTest, NwsIconToBase)
 
 TEST(IconCodeTest, NamesToBaseAndWords)
 {
-    EXPECT_EQ(NameToBase(QStringLiteral("nt_partlycloudy"), true), "29");
-    EXPECT_EQ(NameToBase(QStringLiteral("nt_partlycloudy"), false), "30");
-    EXPECT_EQ(NameToBase(QStringLiteral("partlycloudy"), true), "30");
-    EXPECT_EQ(NameToBase(QStringLiteral("volcano"), true), "NA");
+    EXPECT_EQ(NameToBase("nt_partlycloudy", true), "29");
+    EXPECT_EQ(NameToBase("nt_partlycloudy", false), "30");
+    EXPECT_EQ(NameToBase("partlycloudy", true), "30");
+    EXPECT_EQ(NameToBase("volcano", true), "NA");
     const auto words = [](const char *name) { return ConditionFromIconName(QLatin1String(name)); };
     EXPECT_EQ(words("chancetstorms"), "Chance of Thunderstorms");
     EXPECT_EQ(words("nt_mostlysunny"), "Mostly Clear");
@@ -125,9 +125,9 @@ protected:
     IconPathTest()
     {
         process().CityCode = QStringLiteral("KDSM");
-        makeSet(QStringLiteral("Shiny"), {QStringLiteral("0.png"), QStringLiteral("32.png")});
-        makeSet(QStringLiteral("WeatherBug"), {QStringLiteral("cond000.gif")});
-        makeSet(QStringLiteral("Empty"), {});
+        makeSet("Shiny", {QStringLiteral("0.png"), QStringLiteral("32.png")});
+        makeSet("WeatherBug", {QStringLiteral("cond000.gif")});
+        makeSet("Empty", {});
         LoadDatePatterns(QLocale(QLocale::English, QLocale::UnitedStates));
     }
     static void makeSet(const QString &set, const QStringList &files)
@@ -141,8 +141,8 @@ protected:
     }
     static QString icon(const char *value, const char *group, bool forTray = false)
     {
-        return IconPath(QStringLiteral("Current"), QLatin1String(value), forTray, false, false,
-                        true, QLatin1String(group));
+        return IconPath("Current", QLatin1String(value), forTray, false, false, true,
+                        QLatin1String(group));
     }
     QString inSet(const char *set, const char *file) const
     {

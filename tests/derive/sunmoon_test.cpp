@@ -78,7 +78,7 @@ TEST(SunTimesTest, TextPositionsThatAreNoNumbersGiveNoTimes)
         const SunTimes t = GetSunTimes(QString::fromLatin1(lat), QString::fromLatin1(lon), date, 0);
         EXPECT_FALSE(t.sun.rise || t.sun.set || t.civil.rise) << lat << ' ' << lon;
     }
-    EXPECT_TRUE(GetSunTimes(QStringLiteral("41,6"), QStringLiteral("-93.6"), date, 0).sun.rise);
+    EXPECT_TRUE(GetSunTimes("41,6", "-93.6", date, 0).sun.rise);
     EXPECT_FALSE(GetSunTimes(41.6, -93.6, QDate(), 0).sun.rise);
 }
 
@@ -88,7 +88,7 @@ class SunCacheTest : public Tarnby::Test::ProfileTest
 {
 protected:
     SunCacheTest() { process().CityCode = QStringLiteral("KDSM"); }
-    static QString sun(const QString &key) { return GetCache(QStringLiteral("Sun"), key); }
+    static QString sun(const QString &key) { return GetCache("Sun", key); }
     Tarnby::Test::FixedTime time{QTimeZone(-5 * 3600), // 20 June, local
                                  QDateTime(QDate(2024, 6, 21), QTime(3, 0), Qt::UTC)};
 };
@@ -106,8 +106,8 @@ TEST_F(SunCacheTest, WritesRowsFromTheLocalToday)
     EXPECT_EQ(sun("sunrise-time1"), QStringLiteral("%1:%2 AM")
                                         .arg(riseMinutes / 60)
                                         .arg(riseMinutes % 60, 2, 10, QLatin1Char('0')));
-    EXPECT_TRUE(sun("sunset-time1").endsWith(QStringLiteral(" PM")));
-    EXPECT_TRUE(sun("dawn-time2").endsWith(QStringLiteral(" AM")));
+    EXPECT_TRUE(sun("sunset-time1").endsWith(" PM"));
+    EXPECT_TRUE(sun("dawn-time2").endsWith(" AM"));
 }
 
 TEST_F(SunCacheTest, MissingCrossingsAndPositions)
@@ -192,15 +192,13 @@ protected:
 TEST_F(LocalZoneTest, PhaseInstantsMatchPublishedTables)
 {
     const char *const names[] = {"New Moon", "First Quarter", "Full Moon", "Last Quarter"};
-    const QStringList lines =
-        Tarnby::Test::readDataFile(QStringLiteral("derive/moonphases2024.txt"))
-            .split(u'\n', Qt::SkipEmptyParts)
-            .filter(QRegularExpression(QStringLiteral("^\\d ")));
+    const QStringList lines = Tarnby::Test::readDataFile("derive/moonphases2024.txt")
+                                  .split(u'\n', Qt::SkipEmptyParts)
+                                  .filter(QRegularExpression("^\\d "));
     ASSERT_EQ(lines.size(), 50);
     for (const QString &line : lines) {
         const int phase = line.left(1).toInt();
-        const QDateTime published =
-            QDateTime::fromString(line.mid(2), QStringLiteral("yyyy-MM-dd HH:mm"));
+        const QDateTime published = QDateTime::fromString(line.mid(2), "yyyy-MM-dd HH:mm");
         const auto instants = MoonPhasesOfLunation(published.date());
         ASSERT_TRUE(instants.has_value()) << line.toStdString();
         const qint64 seconds =

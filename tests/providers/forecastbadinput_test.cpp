@@ -77,10 +77,9 @@ qsizetype neededLength(Reader reader, const QString &document)
 {
     switch (reader) {
     case Reader::NwsText:
-        return document.indexOf(QStringLiteral("</Forecast>")) + 5;
+        return document.indexOf("</Forecast>") + 5;
     case Reader::WuUv:
-        return document.indexOf(QLatin1Char('"'),
-                                document.indexOf(QStringLiteral("<UV val=\"")) + 9);
+        return document.indexOf(QLatin1Char('"'), document.indexOf("<UV val=\"") + 9);
     default:
         return document.indexOf(QLatin1Char(']'));
     }
@@ -106,7 +105,7 @@ TEST_P(TruncatedDocument, ScrambledDocumentsAreSurvived)
 {
     const Reader reader = GetParam();
     const QString document = readDataFile(QLatin1String(readerInfo(reader).goodDocument));
-    Mutator mutator(20240415, characters(QStringLiteral("{}[]\",:\r\n<>/=T0-. aZ")));
+    Mutator mutator(20240415, characters("{}[]\",:\r\n<>/=T0-. aZ"));
     for (int round = 0; round < 40; ++round) {
         readerInfo(reader).read(writeDocument(mutator.mutated(document, 12)));
         EXPECT_FALSE(process().ProcessingForecasts);

@@ -26,7 +26,7 @@ protected:
     LiveReadingTest()
     {
         conversionOptions() = {};
-        selectStation(QStringLiteral("KDSM"), QStringLiteral("41.534"), QStringLiteral("-93.653"));
+        selectStation("KDSM", "41.534", "-93.653");
     }
     ~LiveReadingTest() override { conversionOptions() = {}; }
 
@@ -36,10 +36,10 @@ protected:
         process().Latitude = latitude;
         process().Longitude = longitude;
         process().StationType = QStringLiteral("WeatherBug");
-        SavePref(QStringLiteral("CityCode"), QStringLiteral("Code"), code);
+        SavePref("CityCode", "Code", code);
     }
 
-    static QString current(const char *key) { return GetCache(QStringLiteral("Current"), key); }
+    static QString current(const char *key) { return GetCache("Current", key); }
 
     // Loads "Section/key=value" lines into the cache of the selected station.
     static void loadCache(const QString &text)

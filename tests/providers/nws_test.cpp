@@ -18,8 +18,7 @@ class TacomaTest : public LiveReadingTest
 protected:
     TacomaTest()
     {
-        selectStation(QStringLiteral("KTIW"), QStringLiteral("47.2675"),
-                      QStringLiteral("-122.57611"));
+        selectStation("KTIW", "47.2675", "-122.57611");
         process().StationType = QStringLiteral("NWS");
     }
 };
@@ -35,13 +34,13 @@ protected:
 
 TEST_F(NwsTest, NwsReportWritesTheExpectedKeys)
 {
-    loadCache(QStringLiteral("Current/rain-today=0.12\nCurrent/temp-rate=1.5\n"));
-    answerWith(QStringLiteral("metar/nws-obs-latest-KTIW-2021-09-18.json"));
+    loadCache("Current/rain-today=0.12\nCurrent/temp-rate=1.5\n");
+    answerWith("metar/nws-obs-latest-KTIW-2021-09-18.json");
     const QString arguments = UpdateNwsConditions();
     ASSERT_EQ(children.launches.size(), 1);
     EXPECT_EQ(children.launches[0].url,
               "https://api.weather.gov/stations/KTIW/observations/current");
-    expectGoldenFile(QStringLiteral("nws/ktiw.update.expected"), dumpCache(arguments));
+    expectGoldenFile("nws/ktiw.update.expected", dumpCache(arguments));
 }
 
 TEST_F(NwsTest, MesoWestSourceTakesTheLastReportOfTheSeries)
@@ -49,7 +48,7 @@ TEST_F(NwsTest, MesoWestSourceTakesTheLastReportOfTheSeries)
     process().NwsSource = QStringLiteral("mesowest");
     SavePref("Misc", "MesoWestToken", "feedc0de");
     process().UnitVis = QStringLiteral("km");
-    answerWith(QStringLiteral("nws/mesowest-timeseries-MADE-UP.json"));
+    answerWith("nws/mesowest-timeseries-MADE-UP.json");
     EXPECT_FALSE(UpdateNwsConditions().isEmpty());
     ASSERT_EQ(children.launches.size(), 1);
     EXPECT_EQ(children.launches[0].url,
@@ -67,7 +66,7 @@ TEST_F(NwsTest, DayExtremesComeFromTheDatabase)
     FakeDatabase database;
     database.high = "61";
     database.low = "44";
-    answerWith(QStringLiteral("metar/nws-obs-latest-KTIW-2021-09-18.json"));
+    answerWith("metar/nws-obs-latest-KTIW-2021-09-18.json");
     UpdateNwsConditions();
     EXPECT_EQ(current("temp-high"), "61");
     EXPECT_EQ(current("temp-low"), "44");
@@ -78,9 +77,9 @@ TEST_F(NwsTest, BrokenAnswersLeaveTheCacheAndCountAFailure)
 {
     const QString before = QStringLiteral("Current/temp=50\nLastUpdated/CurrentTimeStamp=x\n");
     for (const QString &document :
-         {readDataFile("nws/nws-obs-D7094-CWOP-empty-rawMessage-2021.json"),
-          QStringLiteral("<html><body>502 Bad Gateway</body></html>"), QString(),
-          QStringLiteral("{\"rawMessage\": \"KTIW AUTO 22007KT")}) {
+         QStringList{readDataFile("nws/nws-obs-D7094-CWOP-empty-rawMessage-2021.json"),
+                     "<html><body>502 Bad Gateway</body></html>", QString(),
+                     QStringLiteral("{\"rawMessage\": \"KTIW AUTO 22007KT")}) {
         loadCache(before);
         answer = document;
         EXPECT_TRUE(UpdateNwsConditions().isEmpty());
@@ -92,7 +91,7 @@ TEST_F(NwsTest, BrokenAnswersLeaveTheCacheAndCountAFailure)
 
 TEST_F(NwsTest, OnlyCodesBeginningWithKAreAskedFor)
 {
-    selectStation(QStringLiteral("PANC"), QStringLiteral("61.17"), QStringLiteral("-150.02"));
+    selectStation("PANC", "61.17", "-150.02");
     EXPECT_TRUE(UpdateNwsConditions().isEmpty());
     EXPECT_TRUE(children.launches.isEmpty());
 }
@@ -100,14 +99,14 @@ TEST_F(NwsTest, OnlyCodesBeginningWithKAreAskedFor)
 TEST_F(NwsTest, ReportFetchers)
 {
     const clsNwsStation station;
-    answerWith(QStringLiteral("metar/tgftp-KMSN-2023-01-13.TXT"));
+    answerWith("metar/tgftp-KMSN-2023-01-13.TXT");
     EXPECT_TRUE(station.GetNoaaMetar("KMSN").startsWith("KMSN "));
     EXPECT_EQ(children.launches.last().url,
               "https://tgftp.nws.noaa.gov/data/observations/metar/stations/KMSN.TXT");
     answer = QStringLiteral("2023/01/13 15:53");
     EXPECT_EQ(station.GetNoaaMetar("KMSN"), "");
 
-    answerWith(QStringLiteral("nws/wrh-getobext-MADE-UP.html"));
+    answerWith("nws/wrh-getobext-MADE-UP.html");
     EXPECT_EQ(station.GetMetar("KSFO"),
               "METAR KSFO 151856Z 28012KT 10SM FEW008 14/09 A3001 RMK AO2");
     EXPECT_EQ(station.GetMetar("KOAK"), "");
@@ -122,7 +121,7 @@ TEST_F(NwsTest, ReportFetchers)
 TEST_F(NwsTest, StationsAroundAPoint)
 {
     const clsNwsStation station;
-    answerWith(QStringLiteral("nws/nws-gridpoints-stations-DVN-30-86-CedarRapids.json"));
+    answerWith("nws/nws-gridpoints-stations-DVN-30-86-CedarRapids.json");
     const QList<clsWxStation> all = station.GetWeatherStations("41.9", "-91.7");
     EXPECT_EQ(children.launches.last().url, "https://api.weather.gov/points/41.9,-91.7/stations");
     ASSERT_EQ(all.size(), 47);
@@ -185,7 +184,7 @@ TEST(NwsValues, InsideBoundsIncludesTheEdges)
 class StationTimeZoneTest : public TacomaTest
 {
 protected:
-    static QString cached(const char *key) { return GetCache(QStringLiteral("Cache"), key); }
+    static QString cached(const char *key) { return GetCache("Cache", key); }
 
     QString vendor = QStringLiteral("<html><body>404 Not Found</body></html>");
     QString station;
@@ -225,7 +224,7 @@ TEST_F(StationTimeZoneTest, TheVendorsAnswerIsKeptUntilTheZoneChanges)
 
 TEST_F(StationTimeZoneTest, WithoutTheVendorAStationOfTheNwsReadsItsZoneFromItsDocument)
 {
-    station = readDataFile(QStringLiteral("nws/nws-station-KTIW-2021.json"));
+    station = readDataFile("nws/nws-station-KTIW-2021.json");
     ASSERT_TRUE(UpdateStationTimeZone());
     ASSERT_EQ(children.launches.size(), 2);
     EXPECT_EQ(children.launches[1].url, "https://api.weather.gov/stations/KTIW");
@@ -242,17 +241,16 @@ TEST_F(StationTimeZoneTest, NoAnswerFailsTheStepAndKeepsWhatWasStored)
     loadCache(QStringLiteral("Cache/TimeZoneName=America/Denver\nCache/TimeZoneOffset=-21600\n"
                              "Cache/TimeZoneOffsetExpires=4/1/2024 12:00:00 AM\n"
                              "Current/timezone-offset=-6\n"));
-    for (const QString &document :
-         {QString(),
-          QStringLiteral("<status>ERROR</status><zoneName>x</zoneName><offset>0</offset>"),
-          QStringLiteral(
-              "<status>OK</status><zoneName>America/Denver</zoneName><offset>?</offset>")}) {
+    for (const QString &document : QStringList{
+             QString(), "<status>ERROR</status><zoneName>x</zoneName><offset>0</offset>",
+             QStringLiteral(
+                 "<status>OK</status><zoneName>America/Denver</zoneName><offset>?</offset>")}) {
         vendor = document;
         station = QStringLiteral("{\"timeZone\": \"Not/AZone\"}");
         EXPECT_FALSE(UpdateStationTimeZone());
     }
     process().StationType = QStringLiteral("WeatherBug");
-    station = readDataFile(QStringLiteral("nws/nws-station-KTIW-2021.json"));
+    station = readDataFile("nws/nws-station-KTIW-2021.json");
     EXPECT_FALSE(UpdateStationTimeZone());
     EXPECT_EQ(cached("TimeZoneName"), "America/Denver");
     EXPECT_EQ(current("timezone-offset"), "-6");
