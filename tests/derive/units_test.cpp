@@ -127,16 +127,10 @@ TEST_P(UnitsTest, LoadConversionSettingsReadsUnitsAndFlags)
     EXPECT_EQ(units(), "F mph inches inches miles");
     EXPECT_EQ(flags(), (std::array{false, false, false, false}));
 
-    for (const auto &[key, value] : {std::pair{"Temp", "C"},
-                                     {"Wind", "bft"},
-                                     {"Bar", "kPa"},
-                                     {"Pre", "cm"},
-                                     {"Vis", "km"},
-                                     {"Both", "True"},
-                                     {"UseTenths", "True"},
-                                     {"WindInDegrees", "true"},
-                                     {"RoundWindSpeed", "True"}})
-        SavePref("Conversion", key, value);
+    for (const QString &pair : QString("Temp=C|Wind=bft|Bar=kPa|Pre=cm|Vis=km|Both=True|UseTenths="
+                                       "True|WindInDegrees=true|RoundWindSpeed=True")
+                                   .split('|'))
+        SavePref("Conversion", pair.section('=', 0, 0), pair.section('=', 1));
     LoadConversionSettings();
     EXPECT_EQ(units(), "C bft kPa cm km");
     EXPECT_EQ(flags(), (std::array{true, true, true, false})); // "True" is compared exactly

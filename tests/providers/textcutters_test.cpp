@@ -65,12 +65,7 @@ TEST(ReadJsonValueTest, ReadsOneValueALine)
                 {"{\r\n\"temperature\":72\r\n}", "temperature", "NA"}}; // needs ": "
     for (const auto &r : rows)
         EXPECT_EQ(ReadJsonValue(r.document, r.key), r.expected) << r.key.toStdString();
-}
-
-using ReadJsonValueLocale = Test::ProfileTest;
-
-TEST_F(ReadJsonValueLocale, NumbersComeInTheLocaleForm)
-{
+    // numbers come in the locale's form
     process().DecimalSymbol = ",";
     process().GroupSymbol = ".";
     process().NonUsNumberFormat = true;
