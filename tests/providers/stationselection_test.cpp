@@ -4,6 +4,7 @@
 #include "core/settingsstore.h"
 #include "core/weathercache.h"
 #include "tests/providers/stationfixtures.h"
+#include "tests/support/cachetext.h"
 #include "tests/support/fixedtime.h"
 
 using namespace Tarnby;
@@ -198,46 +199,30 @@ TEST_F(StationSelection, WebPageByFamily)
     }
 }
 
-class StationDisplayName : public StationSelection
+// The actual station's place names it when it has one, and marks the station down once.
+TEST_F(StationSelection, DisplayNameOfTheSelectionOrTheActualStation)
 {
-protected:
-    void SetUp() override
-    {
-        StationSelection::SetUp();
-        ChangeWeatherStation(desMoines().toLine());
-    }
-    void actualStation(const QString &cityState, const QString &station)
-    {
-        SaveCache("Current", "UseActualStationName", "True");
-        SaveCache("Current", "city-state", cityState);
-        SaveCache("Current", "station", station);
-    }
-
     FixedTime time{QTimeZone::utc(), QDateTime(QDate(2024, 5, 1), QTime(12, 0), Qt::UTC)};
-};
-
-TEST_F(StationDisplayName, ActualStationMarksTheStationDownOnce)
-{
-    actualStation("Ankeny, IA", "Ankeny Airport (KIKV)");
-    EXPECT_EQ(GetStationDisplayName(), "Ankeny, IA (KIKV)");
-    EXPECT_EQ(GetPref("Misc", "StationDown"), "True");
-    const QString stamp = time.clock.now().toString(Qt::ISODate);
-    EXPECT_EQ(GetPref("Misc", "StationDownTimeStamp"), stamp);
-
-    time.clock.advanceSeconds(3600);
-    EXPECT_EQ(GetStationDisplayName(), "Ankeny, IA (KIKV)");
-    EXPECT_EQ(GetPref("Misc", "StationDownTimeStamp"), stamp);
-}
-
-TEST_F(StationDisplayName, SelectionNameUnlessTheActualStationHasAPlace)
-{
+    ChangeWeatherStation(desMoines().toLine());
+    const auto actualStation = [](const char *cityState, const char *station) {
+        saveCache(
+            "Current",
+            QString("UseActualStationName=True|city-state=%1|station=%2").arg(cityState, station));
+    };
     SavePref("Misc", "StationDown", "True");
     EXPECT_EQ(GetStationDisplayName(), "Des Moines, IA");
     EXPECT_EQ(GetPref("Misc", "StationDown"), "False");
     actualStation("", "KIKV");
     EXPECT_EQ(GetStationDisplayName(), "Des Moines, IA");
-    actualStation("Ankeny, IA", "KIKV");
+
+    actualStation("Ankeny, IA", "Ankeny Airport (KIKV)");
     EXPECT_EQ(GetStationDisplayName(), "Ankeny, IA (KIKV)");
+    EXPECT_EQ(GetPref("Misc", "StationDown"), "True");
+    const QString stamp = time.clock.now().toString(Qt::ISODate);
+    EXPECT_EQ(GetPref("Misc", "StationDownTimeStamp"), stamp);
+    time.clock.advanceSeconds(3600);
+    EXPECT_EQ(GetStationDisplayName(), "Ankeny, IA (KIKV)");
+    EXPECT_EQ(GetPref("Misc", "StationDownTimeStamp"), stamp);
 }
 
 class PostalCodeRepair : public StationSelection
