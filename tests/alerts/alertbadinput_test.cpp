@@ -7,23 +7,12 @@
 #include <functional>
 
 using namespace Tarnby;
-using Tarnby::Test::alertDocument;
-using Tarnby::Test::AlertTest;
+using namespace Tarnby::Test;
 
 namespace
 {
 
-struct Service {
-    void (*process)(const QString &path);
-    const char *good;    // a good answer
-    const char *listEnd; // the mark that closes its list
-    const char *other;   // the other service's answer
-};
-
-const Service kNws{ProcessNwsAlerts, "nws-mixed.json", "\"title\": \"current",
-                   "pulse-three-alerts.json"};
-const Service kPulse{ProcessWeatherBugAlerts, "pulse-three-alerts.json", "]",
-                     "nws-floodwatch.json"};
+using Service = AlertService;
 
 QString answerOf(const char *name)
 {
@@ -47,7 +36,8 @@ const std::pair<const char *, std::function<QString(const Service &)>> kBadAnswe
      }},
     {"ProblemDocument",
      [](const Service &) { return "{\n    \"title\": \"Not Found\",\n    \"status\": 404\n}"; }},
-    {"OtherService", [](const Service &s) { return answerOf(s.other); }},
+    {"OtherService",
+     [](const Service &s) { return answerOf((isNws(s) ? kPulseAlerts : kNwsAlerts).good); }},
     {"CutInTheFirstAlert", truncatedAt(0.3)},
     {"CutInTheLastAlert", truncatedAt(0.97)},
     {"BinaryNoise", [](const Service &) { return QString::fromLatin1(QByteArray(512, '\xfe')); }},
@@ -68,9 +58,7 @@ TEST_P(BadAlertAnswerTest, LeavesTheBranchAndSetsTheFlag)
     const auto &[service, bad] = GetParam();
     seedEarlierAlerts();
     const QStringList earlier = alertsBranch();
-    const QString path = profile.file("answer.json");
-    ASSERT_TRUE(WriteFileAtomic(path, kBadAnswers[bad].second(service)));
-    service.process(path);
+    service.process(profile.writeFile("answer.json", kBadAnswers[bad].second(service)));
     EXPECT_TRUE(AlertsFailed());
     EXPECT_EQ(alertsBranch(), earlier);
     service.process(profile.file("never-downloaded.json"));
@@ -78,12 +66,11 @@ TEST_P(BadAlertAnswerTest, LeavesTheBranchAndSetsTheFlag)
 }
 
 INSTANTIATE_TEST_SUITE_P(Answers, BadAlertAnswerTest,
-                         ::testing::Combine(::testing::Values(kNws, kPulse),
+                         ::testing::Combine(::testing::Values(kNwsAlerts, kPulseAlerts),
                                             ::testing::Range<std::size_t>(0,
                                                                           std::size(kBadAnswers))),
                          [](const auto &info) {
-                             return std::string(std::get<0>(info.param).good[0] == 'n' ? "Nws"
-                                                                                       : "Pulse") +
+                             return std::string(std::get<0>(info.param).name) +
                                     kBadAnswers[std::get<1>(info.param)].first;
                          });
 

@@ -5,11 +5,9 @@
 #include "alerts/alertingestion.h"
 #include "core/processvalues.h"
 #include "core/weathercache.h"
-#include "derive/dates.h"
+#include "tests/support/cachetext.h"
+#include "tests/support/fixedtime.h"
 #include "tests/support/testprofile.h"
-
-#include <QLocale>
-#include <QTimeZone>
 
 namespace Tarnby::Test
 {
@@ -19,41 +17,47 @@ inline QString alertDocument(const QString &name)
     return dataFile(QStringLiteral("alerts/") + name);
 }
 
+// The two alert services: how an answer is stored, a good answer and the mark that closes
+// its list of alerts.
+struct AlertService {
+    const char *name;
+    void (*process)(const QString &path);
+    std::optional<AlertSet> (*read)(const QString &answer, const QString &source);
+    const char *good;
+    const char *listEnd;
+};
+
+inline const AlertService kNwsAlerts{"Nws", ProcessNwsAlerts, ReadNwsAlerts, "nws-mixed.json",
+                                     "\"title\": \"current"};
+inline const AlertService kPulseAlerts{"Pulse", ProcessWeatherBugAlerts, ReadWeatherBugAlerts,
+                                       "pulse-three-alerts.json", "]"};
+
+inline bool isNws(const AlertService &service)
+{
+    return service.process == ProcessNwsAlerts;
+}
+
 class AlertTest : public ProfileTest
 {
 protected:
     void SetUp() override
     {
         process().CityCode = QStringLiteral("KPQR");
-        LoadDatePatterns(QLocale(QLocale::English, QLocale::UnitedStates));
-        setLocalTimeZone(QTimeZone("America/Chicago"));
         setAlertsFailed(false);
-    }
-    void TearDown() override
-    {
-        setLocalTimeZone(QTimeZone());
-        LoadDatePatterns();
     }
 
     // What an earlier run left: a damaged answer must not touch it, a good one replaces it
     // whole (title3 lies beyond Count, as rows of a longer set may).
     static void seedEarlierAlerts()
     {
-        const char *const earlier[][2] = {{"title1", "Wind Advisory"},
-                                          {"msg-body1", "Gusts to 50 mph."},
-                                          {"title2", "Frost Advisory"},
-                                          {"msg-body2", "Frost likely."},
-                                          {"title3", "Dense Fog Advisory"},
-                                          {"Type", "NWS"},
-                                          {"Count", "2"},
-                                          {"AlertsAvailable", "True"},
-                                          {"AlertEpoch", "earlier-1,earlier-2"}};
-        for (const auto &[key, value] : earlier)
-            SaveCache(QStringLiteral("Alerts"), QString::fromLatin1(key),
-                      QString::fromLatin1(value));
+        saveCache("Alerts", "title1=Wind Advisory|msg-body1=Gusts to 50 mph.|title2=Frost Advisory|"
+                            "msg-body2=Frost likely.|title3=Dense Fog Advisory|Type=NWS|Count=2|"
+                            "AlertsAvailable=True|AlertEpoch=earlier-1,earlier-2");
     }
 
     static QStringList alertsBranch() { return CacheBranchLines(QStringLiteral("Alerts")); }
+
+    FixedTime time{QTimeZone("America/Chicago")};
 };
 
 } // namespace Tarnby::Test

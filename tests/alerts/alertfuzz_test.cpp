@@ -7,11 +7,8 @@
 #include "tests/alerts/alertfixture.h"
 #include "tests/support/mutator.h"
 
-#include <QFile>
-
 using namespace Tarnby;
-using Tarnby::Test::alertDocument;
-using Tarnby::Test::AlertTest;
+using namespace Tarnby::Test;
 
 namespace
 {
@@ -56,45 +53,34 @@ QString flawOfBranch(const QStringList &before)
     return {};
 }
 
-class AlertFuzzTest : public AlertTest
+class AlertFuzzTest : public AlertTest, public ::testing::WithParamInterface<AlertService>
 {
-protected:
-    void runRounds(const char *goodAnswer, bool nws, unsigned seed)
-    {
-        const QString good = ReadFile(alertDocument(goodAnswer));
-        Tarnby::Test::Mutator mutator(seed, kTokens);
-        for (int round = 0; round < kRoundsPerService; ++round) {
-            const QString answer = mutator.mutated(good, 6);
-            setAlertsFailed(false);
-            QString flaw;
-            if (round % kStoredEvery == 0) {
-                const QStringList before = CacheBranchLines("Alerts");
-                QFile file(profile.file("answer.json")); // unsynced: the rounds need no safety
-                if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-                    file.write(answer.toUtf8());
-                file.close();
-                nws ? ProcessNwsAlerts(file.fileName()) : ProcessWeatherBugAlerts(file.fileName());
-                flaw = flawOfBranch(before);
-            } else {
-                const auto set =
-                    nws ? ReadNwsAlerts(answer, "fuzz") : ReadWeatherBugAlerts(answer, "fuzz");
-                flaw = set ? flawOf(*set, nws) : AlertsFailed() ? QString() : "damaged, flag clear";
-            }
-            ASSERT_TRUE(flaw.isEmpty())
-                << "round " << round << " of seed " << seed << ": " << flaw.toStdString() << "\n"
-                << answer.toStdString();
-        }
-    }
 };
 
-TEST_F(AlertFuzzTest, NwsAnswers)
+TEST_P(AlertFuzzTest, MutatedAnswersKeepTheirPromises)
 {
-    runRounds("nws-floodwatch.json", true, 20191220);
+    const AlertService &service = GetParam();
+    const bool nws = isNws(service);
+    const QString good = ReadFile(alertDocument(service.good));
+    Mutator mutator(nws ? 20191220 : 20240112, kTokens);
+    for (int round = 0; round < kRoundsPerService; ++round) {
+        const QString answer = mutator.mutated(good, 6);
+        setAlertsFailed(false);
+        QString flaw;
+        if (round % kStoredEvery == 0) {
+            const QStringList before = CacheBranchLines("Alerts");
+            service.process(profile.writeFile("answer.json", answer));
+            flaw = flawOfBranch(before);
+        } else {
+            const auto set = service.read(answer, "fuzz");
+            flaw = set ? flawOf(*set, nws) : AlertsFailed() ? QString() : "damaged, flag clear";
+        }
+        ASSERT_TRUE(flaw.isEmpty()) << "round " << round << ": " << flaw.toStdString() << "\n"
+                                    << answer.toStdString();
+    }
 }
 
-TEST_F(AlertFuzzTest, PulseAnswers)
-{
-    runRounds("pulse-three-alerts.json", false, 20240112);
-}
+INSTANTIATE_TEST_SUITE_P(Services, AlertFuzzTest, ::testing::Values(kNwsAlerts, kPulseAlerts),
+                         [](const auto &info) { return std::string(info.param.name); });
 
 } // namespace

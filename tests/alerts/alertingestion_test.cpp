@@ -54,29 +54,21 @@ INSTANTIATE_TEST_SUITE_P(Documents, GoldenAlertTest, ::testing::ValuesIn(goldenC
                              return QString(info.param).replace('-', '_').toStdString();
                          });
 
-class NwsSelectionTest
-    : public AlertTest,
-      public ::testing::WithParamInterface<std::pair<const char *, std::vector<const char *>>>
+TEST_F(AlertTest, NwsKeepsTheSelectedAndTheUnknownTypes)
 {
-};
-
-TEST_P(NwsSelectionTest, KeepsTheSelectedAndTheUnknownTypes)
-{
-    SavePref("SevereAlert", "SelectedAlerts", GetParam().first);
-    ProcessNwsAlerts(alertDocument("nws-mixed.json"));
-    const std::vector<const char *> &titles = GetParam().second;
-    ASSERT_EQ(GetCache("Alerts", "Count"), QString::number(titles.size()));
-    for (std::size_t i = 0; i < titles.size(); ++i)
-        EXPECT_EQ(GetCache("Alerts", "title" + QString::number(i + 1)), titles[i]);
-    EXPECT_EQ(GetCache("Alerts", "AlertEpoch").count(','),
-              std::max<int>(0, int(titles.size()) - 1));
+    for (const auto &[selected, titles] :
+         {std::pair{"104,26",
+                    QStringList{"Special Weather Statement", "Heat Advisory", "Tornado Warning"}},
+          std::pair{",", QStringList{}}}) {
+        SavePref("SevereAlert", "SelectedAlerts", selected);
+        ProcessNwsAlerts(alertDocument("nws-mixed.json"));
+        QStringList stored;
+        for (int i = 1; i <= GetCache("Alerts", "Count").toInt(); ++i)
+            stored << GetCache("Alerts", "title" + QString::number(i));
+        EXPECT_EQ(stored, titles) << selected;
+        EXPECT_EQ(GetCache("Alerts", "AlertEpoch").count(','), std::max<int>(0, titles.size() - 1));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Selections, NwsSelectionTest,
-    ::testing::Values(std::pair{"104,26", std::vector{"Special Weather Statement", "Heat Advisory",
-                                                      "Tornado Warning"}},
-                      std::pair{",", std::vector<const char *>{}}));
 
 TEST_F(AlertTest, PulseExpiriesAsSentAreNeverFiltered)
 {

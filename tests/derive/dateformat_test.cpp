@@ -27,35 +27,22 @@ TEST(PictureTest, PrintsAsTheLettersSay)
         const char *picture;
         QDateTime when;
         const char *expected;
-    } rows[] = {{"dddd", kEvening, "Monday"},
-                {"DDDD", kEvening, "Monday"},
+    } rows[] = {{"DDDD", kEvening, "Monday"},
                 {"ddd", kEvening, "Mon"},
-                {"MMM D", kEvening, "Mar 4"},
                 {"mmmm d, yyyy", kEvening, "March 4, 2024"},
-                {"yyyy-mm-dd", kEvening, "2024-03-04"},
-                {"mmddyy", kEvening, "030424"},
-                {"d/m/yyyy", kEvening, "4/3/2024"},
-                {"hh:mm", kEvening, "19:05"},
                 {"mm/dd hh", kEvening, "03/04 19"},
                 {"ddMMyyHHnnss", kEvening, "040324190509"},
-                {"yyyyMMddhmmss", kEvening, "20240304190509"},
-                {"h AM/PM", kEvening, "7 PM"},
-                {"h:nn AM/PM", kEvening, "7:05 PM"},
                 {"h:mm:ss am/pm", kEvening, "7:05:09 pm"},
                 {"yyyyMMddhmmss AM/PM", kEvening, "2024030470509 PM"},
                 {"hA/P", kEvening, "7P"},
                 {"h a/p", at(2024, 3, 4, 0, 30), "12 a"},
                 {"h AM/PM", at(2024, 3, 4, 12), "12 PM"},
-                {"hh:nn:ss", at(2024, 3, 4, 0, 5, 9), "00:05:09"},
                 {"h:n:s", at(2024, 3, 4, 7, 5, 9), "7:5:9"},
-                {"q", kEvening, "1"},
-                {"y", kEvening, "64"},
+                {"q y", kEvening, "1 64"},
                 {"w ww", kEvening, "2 10"},
                 {"w", at(2024, 3, 3), "1"},
                 {"yy", at(2007, 1, 1), "07"},
-                {"\"Day\" d", kEvening, "Day 4"},
-                {"\\d\\a\\y d", kEvening, "day 4"},
-                {"yyyy-mm-ddThh:nn", kEvening, "2024-03-04T19:05"},
+                {"\"Day\" \\d\\a\\y d", kEvening, "Day day 4"},
                 {"", kEvening, ""},
                 {"dd", QDateTime(), ""}};
     for (const auto &r : rows)
@@ -66,8 +53,8 @@ TEST(PictureTest, PrintsAsTheLettersSay)
 TEST(PictureNamesTest, ComeFromTheLocale)
 {
     const QLocale german(QLocale::German, QLocale::Germany);
-    EXPECT_EQ(formatDateTime(kEvening, QStringLiteral("dddd, d. mmmm"), german), "Montag, 4. März");
-    EXPECT_EQ(formatDateTime(kEvening, QStringLiteral("AMPM"), kEnglish), kEnglish.pmText());
+    EXPECT_EQ(formatDateTime(kEvening, "dddd, d. mmmm", german), "Montag, 4. März");
+    EXPECT_EQ(formatDateTime(kEvening, "AMPM", kEnglish), kEnglish.pmText());
 }
 
 } // namespace

@@ -25,11 +25,9 @@ void expectPairs(QString (*f)(const QString &), const char *pairs)
 
 TEST(IconCodeTest, CondToBase)
 {
-    expectPairs(&CondToBase, "000>32 001>26 002>29 003>30 004>30 005>11 006>37 007>32 008>14 "
-                             "009>15 010>NA 012>46 013>27 014>45 015>45 017>31 018>47 021>7 "
-                             "022>0 023>21 024>28 026>34 050>23 051>20 062>16 063>12 065>36 "
-                             "069>25 075>33 138>14 139>45 158>23 159>20 cond012>46 nt_cond012>46 "
-                             "177>NA cond999>NA >NA N/A>NA abc>NA -1>NA");
+    expectPairs(&CondToBase, "000>32 001>26 002>29 005>11 010>NA 012>46 021>7 050>23 075>33 "
+                             "138>14 159>20 cond012>46 nt_cond012>46 177>NA cond999>NA >NA "
+                             "abc>NA -1>NA");
 }
 
 TEST(IconCodeTest, ChanceTriplesShareTheirIcon)
@@ -56,19 +54,16 @@ TEST(IconCodeTest, BaseToCond)
 
 TEST(IconCodeTest, RemapCondNumber)
 {
-    expectPairs(&RemapCondNumber, "177>117 178>118 179>119 181>036 182>045 184>031 187>008 "
-                                  "190>047 193>009 196>005 199>025 205>032 180>036 202>010 "
-                                  "282>010 283>010 99999999999>010 012>012 176>176 abc>abc > "
-                                  "N/A>N/A");
+    expectPairs(&RemapCondNumber, "177>117 181>036 187>008 205>032 180>036 282>010 283>010 "
+                                  "99999999999>010 176>176 abc>abc > N/A>N/A");
     for (int n = 177; n <= 282; ++n)
         EXPECT_LT(RemapCondNumber(QString::number(n)).toInt(), 177) << n;
 }
 
 TEST(IconCodeTest, DayOrNight)
 {
-    expectPairs(&DayOrNight, "cond002>N cond001>D cond012>N cond018>N cond019>D cond047>N "
-                             "cond048>D cond075>N cond076>D cond139>N cond153>N cond157>D "
-                             "cond176>N nt_partlycloudy>N partlycloudy>D /night/>D >D N/A>D "
+    expectPairs(&DayOrNight, "cond002>N cond001>D cond018>N cond019>D cond075>N cond076>D "
+                             "cond157>D cond176>N nt_partlycloudy>N partlycloudy>D /night/>D >D "
                              "condabc>D "
                              "https://api.weather.gov/icons/land/night/few?size=medium>N "
                              "https://api.weather.gov/icons/land/day/few?size=medium>D");
@@ -79,38 +74,25 @@ TEST(IconCodeTest, NwsIconToBase)
     const QString host = QStringLiteral("https://api.weather.gov/icons/land/");
     const struct {
         const char *path, *base;
-    } rows[] = {{"night/few?size=medium", "29"},
-                {"day/few?size=medium", "30"},
-                {"day/tsra,40?size=medium", "3"},
-                {"night/tsra_hi,30?size=small", "47"},
-                {"day/rain_showers,30/tsra_hi,30?size=medium", "1"},
-                {"day/fog?size=medium", "NA"},
-                {"day/wind_few", "34"},
-                {"night/rain_fzra", "7"},
-                {"day/volcano?size=medium", "20"},
-                {"", "20"}};
+    } rows[] = {
+        {"night/few?size=medium", "29"},       {"day/few?size=medium", "30"},
+        {"night/tsra_hi,30?size=small", "47"}, {"day/rain_showers,30/tsra_hi,30?size=medium", "1"},
+        {"day/fog?size=medium", "NA"},         {"day/volcano?size=medium", "20"}};
     for (const auto &r : rows)
         EXPECT_EQ(NwsIconToBase(host + QLatin1String(r.path)), r.base) << r.path;
 }
 
 TEST(IconCodeTest, NamesToBaseAndWords)
 {
-    EXPECT_EQ(NameToBase(QStringLiteral("nt_partlycloudy"), true), "29");
-    EXPECT_EQ(NameToBase(QStringLiteral("nt_partlycloudy"), false), "30");
-    EXPECT_EQ(NameToBase(QStringLiteral("partlycloudy"), true), "30");
-    EXPECT_EQ(NameToBase(QStringLiteral("nt_chancetstorms"), true), "47");
-    EXPECT_EQ(NameToBase(QStringLiteral("tstorms"), true), "0");
-    EXPECT_EQ(NameToBase(QStringLiteral("volcano"), true), "NA");
-    EXPECT_EQ(NameToBase(QString(), true), "NA");
+    EXPECT_EQ(NameToBase("nt_partlycloudy", true), "29");
+    EXPECT_EQ(NameToBase("nt_partlycloudy", false), "30");
+    EXPECT_EQ(NameToBase("partlycloudy", true), "30");
+    EXPECT_EQ(NameToBase("volcano", true), "NA");
     const auto words = [](const char *name) { return ConditionFromIconName(QLatin1String(name)); };
     EXPECT_EQ(words("chancetstorms"), "Chance of Thunderstorms");
-    EXPECT_EQ(words("mostlysunny"), "Mostly Sunny");
     EXPECT_EQ(words("nt_mostlysunny"), "Mostly Clear");
-    EXPECT_EQ(words("nt_partlysunny"), "Partly Clear");
-    EXPECT_EQ(words("nt_sunny"), "Clear");
     EXPECT_EQ(words("nt_cloudy"), "Cloudy");
     EXPECT_EQ(words("volcano"), "N/A");
-    EXPECT_EQ(words(""), "N/A");
 }
 
 TEST(IconCodeTest, AdjustCondByChance)
@@ -118,25 +100,17 @@ TEST(IconCodeTest, AdjustCondByChance)
     const struct {
         const char *code, *chance, *expected;
     } rows[] = {{"cond108", "30", "cond108"},
-                {"cond108", "40", "cond109"},
                 {"cond110", "45%", "cond109"},
                 {"cond108", "50", "cond110"},
                 {"cond108", "60", "cond148"},
-                {"cond148", "100", "cond148"},
-                {"cond132", "45", "cond133"},
                 {"cond059", "50", "cond134"},
                 {"cond156", "30", "cond108"},
-                {"cond084", "40", "cond085"},
-                {"cond129", "90", "cond131"},
-                {"cond135", "30", "cond135"},
                 {"nt_cond126", "55", "nt_cond128"},
                 {"130", "30", "129"},
                 // Left alone.
                 {"cond001", "50", "cond001"},
                 {"cond108", "20", "cond108"},
                 {"cond108", "N/A", "cond108"},
-                {"cond108", "", "cond108"},
-                {"", "50", ""},
                 {"abc", "50", "abc"}};
     for (const auto &r : rows)
         EXPECT_EQ(AdjustCondByChance(QLatin1String(r.code), QLatin1String(r.chance)), r.expected)
@@ -151,9 +125,9 @@ protected:
     IconPathTest()
     {
         process().CityCode = QStringLiteral("KDSM");
-        makeSet(QStringLiteral("Shiny"), {QStringLiteral("0.png"), QStringLiteral("32.png")});
-        makeSet(QStringLiteral("WeatherBug"), {QStringLiteral("cond000.gif")});
-        makeSet(QStringLiteral("Empty"), {});
+        makeSet("Shiny", {QStringLiteral("0.png"), QStringLiteral("32.png")});
+        makeSet("WeatherBug", {QStringLiteral("cond000.gif")});
+        makeSet("Empty", {});
         LoadDatePatterns(QLocale(QLocale::English, QLocale::UnitedStates));
     }
     static void makeSet(const QString &set, const QStringList &files)
@@ -167,8 +141,8 @@ protected:
     }
     static QString icon(const char *value, const char *group, bool forTray = false)
     {
-        return IconPath(QStringLiteral("Current"), QLatin1String(value), forTray, false, false,
-                        true, QLatin1String(group));
+        return IconPath("Current", QLatin1String(value), forTray, false, false, true,
+                        QLatin1String(group));
     }
     QString inSet(const char *set, const char *file) const
     {
@@ -181,14 +155,12 @@ protected:
 TEST_F(IconPathTest, CodesOfEachFamilyInBothSchemes)
 {
     EXPECT_EQ(icon("nt_partlycloudy", "WUnderground"), shiny("29.png"));
-    EXPECT_EQ(icon("cond012", "CWOP"), shiny("46.png"));
-    EXPECT_EQ(icon("cond012", "WeatherBug"), shiny("46.png"));
     EXPECT_EQ(icon("nt_cond012", "WeatherBug"), shiny("46.png"));
     EXPECT_EQ(icon("nt_32", "WeatherBug"), shiny("32.png"));
     EXPECT_EQ(icon("https://api.weather.gov/icons/land/night/few?size=medium", "NWS"),
               shiny("29.png"));
     EXPECT_EQ(icon("", "NWS"), shiny("NA.png"));
-    SavePref(QStringLiteral("Skins"), QStringLiteral("Icons"), QStringLiteral("WeatherBug"));
+    SavePref("Skins", "Icons", "WeatherBug");
     EXPECT_EQ(icon("partlycloudy", "WUnderground"), weatherBug("cond003.gif"));
     EXPECT_EQ(icon("cond012", "WeatherBug"), weatherBug("cond012.gif"));
     EXPECT_EQ(icon("https://api.weather.gov/icons/land/day/fog?size=medium", "NWS"),
@@ -199,48 +171,43 @@ TEST_F(IconPathTest, CodesOfEachFamilyInBothSchemes)
 TEST_F(IconPathTest, SetsAndTheirExtensions)
 {
     EXPECT_EQ(IconSetName(false), "Shiny"); // an empty setting falls back, and is saved
-    EXPECT_EQ(GetPref(QStringLiteral("Skins"), QStringLiteral("Icons")), "Shiny");
-    SavePref(QStringLiteral("Skins"), QStringLiteral("TrayIcons"), QStringLiteral("Empty"));
+    EXPECT_EQ(GetPref("Skins", "Icons"), "Shiny");
+    SavePref("Skins", "TrayIcons", "Empty");
     EXPECT_EQ(icon("32", "WUnderground", true),
-              profile.path() + QStringLiteral("/Skins/Icons/Empty/NA")); // no files, no extension
-    EXPECT_EQ(IconPath(QStringLiteral("Current"), QStringLiteral("clear"), false, true, false, true,
-                       QStringLiteral("WUnderground")),
+              profile.path() + "/Skins/Icons/Empty/NA"); // no files, no extension
+    EXPECT_EQ(IconPath("Current", "clear", false, true, false, true, "WUnderground"),
               weatherBug("cond000.gif")); // a .png set gives way
 }
 
 TEST_F(IconPathTest, EmptyCurrentIconTakesTheHourlyOneByDayAndNight)
 {
-    SaveCache(QStringLiteral("Current"), QStringLiteral("image-icon"), QStringLiteral("N/A"));
-    SaveCache(QStringLiteral("Hourly"), QStringLiteral("weather-icon1"),
-              QStringLiteral("partlycloudy"));
+    SaveCache("Current", "image-icon", "N/A");
+    SaveCache("Hourly", "weather-icon1", "partlycloudy");
     const auto current = [] {
-        return IconPath(QStringLiteral("Current"), QStringLiteral("image-icon"), false, false,
-                        false, false, QStringLiteral("WUnderground"));
+        return IconPath("Current", "image-icon", false, false, false, false, "WUnderground");
     };
     EXPECT_EQ(current(), shiny("29.png")); // no sun data: night
-    SaveCache(QStringLiteral("Sun"), QStringLiteral("sunrise-time1"), QStringLiteral("6:00 AM"));
-    SaveCache(QStringLiteral("Sun"), QStringLiteral("sunset-time1"), QStringLiteral("8:00 PM"));
-    SaveCache(QStringLiteral("Current"), QStringLiteral("observed"),
-              QStringLiteral("3/4/2024 1:00 PM"));
+    SaveCache("Sun", "sunrise-time1", "6:00 AM");
+    SaveCache("Sun", "sunset-time1", "8:00 PM");
+    SaveCache("Current", "observed", "3/4/2024 1:00 PM");
     EXPECT_EQ(current(), shiny("30.png"));
-    SaveCache(QStringLiteral("Current"), QStringLiteral("image-icon"), QStringLiteral("nt_clear"));
+    SaveCache("Current", "image-icon", "nt_clear");
     EXPECT_EQ(current(), shiny("31.png"));
 }
 
 TEST_F(IconPathTest, RelativePathsAndMoonIcons)
 {
-    SaveCache(QStringLiteral("Current"), QStringLiteral("MoonIcon"), QStringLiteral("mphase12"));
+    SaveCache("Current", "MoonIcon", "mphase12");
     const auto moon = [](bool relative) {
-        return IconPath(QStringLiteral("Current"), QStringLiteral("MoonIcon"), false, false,
-                        relative, false, QStringLiteral("WeatherBug"));
+        return IconPath("Current", "MoonIcon", false, false, relative, false, "WeatherBug");
     };
     EXPECT_EQ(moon(false), shiny("Moon/Northern/mphase12.png"));
-    SavePref(QStringLiteral("CityCode"), QStringLiteral("Latitude"), QStringLiteral("-33.9"));
+    SavePref("CityCode", "Latitude", "-33.9");
     EXPECT_EQ(moon(true), "../../../../../Skins/Icons/Shiny/Moon/Southern/mphase12.png");
-    EXPECT_EQ(MoonIconPath(QStringLiteral("mphase01"), false), shiny("Moon/Southern/mphase01.png"));
+    EXPECT_EQ(MoonIconPath("mphase01", false), shiny("Moon/Southern/mphase01.png"));
 
-    process().ProfilePath = profile.path() + QStringLiteral("/O'Brien");
-    makeSet(QStringLiteral("Shiny"), {QStringLiteral("1.svg")});
+    process().ProfilePath = profile.path() + "/O'Brien";
+    makeSet("Shiny", {"1.svg"});
     EXPECT_EQ(icon("clear", "WUnderground"), "../../../Skins/Icons/Shiny/32.svg");
 }
 

@@ -5,9 +5,9 @@
 // from the case's locale.
 
 #include "core/processvalues.h"
-#include "core/weathercache.h"
 #include "derive/dates.h"
 #include "derive/units.h"
+#include "tests/support/cachetext.h"
 #include "tests/support/testprofile.h"
 
 #include <QLocale>
@@ -54,21 +54,6 @@ inline QString inLocale(const QString &dotText, const LocaleCase &c)
 inline void PrintTo(const LocaleCase &c, std::ostream *os)
 {
     *os << c.name;
-}
-
-// "key=value|key=value": values for a section of the current station's cache.
-inline void saveCache(const QString &section, const QString &pairs)
-{
-    for (const QString &pair : pairs.split('|'))
-        SaveCache(section, pair.section('=', 0, 0), pair.section('=', 1));
-}
-
-// Expects each key of "key=value|key=value" to hold its value in the section.
-inline void expectCache(const QString &section, const QString &pairs)
-{
-    for (const QString &pair : pairs.split('|'))
-        EXPECT_EQ(GetCache(section, pair.section('=', 0, 0)), pair.section('=', 1))
-            << pair.toStdString();
 }
 
 // A profile, the case's locale and default conversion settings for each test.

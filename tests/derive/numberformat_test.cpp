@@ -28,14 +28,11 @@ struct PictureCase {
 // clang-format off
 const PictureCase kPictures[] = {
     {0.5, "###.#", ".5"}, {5, "###.#", "5."}, {0, "###", ""}, {-0.5, "###.#", "-.5"},
-    {-0.01, "0.0", "0.0"}, {-0.3, "###", ""}, {1234.5, "###,###.#", "1,234.5"},
-    {1234567, "###,###.#", "1,234,567."}, {999999.96, "###,##0.0", "1,000,000.0"},
-    {12.5, "0000.############", "0012.5"}, {1.5, "##0.#0", "1.50"}, {2.345, "0.00", "2.35"},
-    {1.005, "0.00", "1.01"}, {2.5, "##0", "3"}, {-2.5, "##0", "-3"}, {99.96, "##0.0", "100.0"},
-    {0.005, "0.00", "0.01"}, {0.004, "0.00", "0.00"}, {9.998, "###0.##", "10."},
-    {12.3456, "###0.##", "12.35"}, {1000, "#,##0", "1,000"}, {1e20, "0", "100000000000000000000"},
-    {1e-300, "0.00", "0.00"}, {0.1 + 0.2, "", "0.3"}, {-0.0, "", "0"}, {std::nan(""), "0", ""},
-    {kInf, "###", ""}};
+    {-0.01, "0.0", "0.0"}, {1234567, "###,###.#", "1,234,567."},
+    {999999.96, "###,##0.0", "1,000,000.0"}, {12.5, "0000.############", "0012.5"},
+    {1.5, "##0.#0", "1.50"}, {1.005, "0.00", "1.01"}, {-2.5, "##0", "-3"},
+    {0.004, "0.00", "0.00"}, {9.998, "###0.##", "10."}, {1e20, "0", "100000000000000000000"},
+    {0.1 + 0.2, "", "0.3"}, {-0.0, "", "0"}, {std::nan(""), "0", ""}, {kInf, "###", ""}};
 // clang-format on
 
 TEST(FormatNumber, FollowsThePictureInEitherSymbolSet)
@@ -71,11 +68,10 @@ struct ReadCase {
 // Blanks inside are passed over; "29,92" is how a comma locale stores a value.
 // clang-format off
 const ReadCase kReads[] = {
-    {"12 mph", 12, 12}, {"abc", 0, 0}, {"", 0, 0}, {"N/A", 0, 0}, {"  -3.5x", -3.5, -3.5},
-    {"1 000", 1000, 1000}, {"1.2.3", 1.2, 1.2}, {"+7", 7, 7}, {"1e3", 1000, 1000}, {"2D2", 200, 200},
-    {"1e", 1, 1}, {"1e400", std::nullopt, std::nullopt}, {"-1e400", std::nullopt, std::nullopt},
+    {"12 mph", 12, 12}, {"abc", 0, 0}, {"  -3.5x", -3.5, -3.5}, {"1 000", 1000, 1000},
+    {"1.2.3", 1.2, 1.2}, {"2D2", 200, 200}, {"1e", 1, 1}, {"-1e400", std::nullopt, std::nullopt},
     {"1e-400", 0, 0}, {"1e999999999999999999", std::nullopt, std::nullopt}, {"-", 0, 0},
-    {".5", 0.5, 0.5}, {"5.", 5, 5}, {"29,92", 29, 29.92}, {"1,234.5", 1, 1.234}};
+    {".5", 0.5, 0.5}, {"29,92", 29, 29.92}, {"1,234.5", 1, 1.234}};
 // clang-format on
 
 TEST(ReadNumber, TakesTheLeadingNumber)
@@ -95,15 +91,12 @@ struct NumericCase {
 };
 
 const NumericCase kNumerics[] = {
-    {"", false, false},       {"N/A", false, false},    {"abc", false, false},
-    {" ", false, false},      {"-", false, false},      {".", false, false},
-    {"12", true, true},       {" -3.5 ", true, true},   {"+5", true, true},
-    {"1,5", true, true},      {"1.5", true, true},      {".5", true, false},
-    {",5", false, true},      {"5.", true, false},      {"1e5", true, true},
-    {"1e400", false, false},  {"1e", false, false},     {"5-", false, false},
-    {"--5", false, false},    {"1,234.5", true, false}, {"1.234,5", false, true},
-    {"12 mph", false, false}, {"inf", false, false},    {"nan", false, false},
-    {"1 000", false, false},  {"1e-400", true, true}};
+    {"", false, false},       {"-", false, false},      {".", false, false},
+    {" -3.5 ", true, true},   {"1,5", true, true},      {".5", true, false},
+    {",5", false, true},      {"1e5", true, true},      {"1e400", false, false},
+    {"5-", false, false},     {"1,234.5", true, false}, {"1.234,5", false, true},
+    {"12 mph", false, false}, {"inf", false, false},    {"1 000", false, false},
+    {"1e-400", true, true}};
 
 TEST(IsNumeric, AcceptsTheLocaleForms)
 {
@@ -115,19 +108,11 @@ TEST(IsNumeric, AcceptsTheLocaleForms)
 
 TEST(RoundToInt16, RoundsHalfToEvenWithinSixteenBits)
 {
-    const std::pair<double, std::optional<qint16>> cases[] = {{2.5, 2},
-                                                              {3.5, 4},
-                                                              {-2.5, -2},
-                                                              {-3.5, -4},
-                                                              {0.49, 0},
-                                                              {2.51, 3},
-                                                              {32767.4, 32767},
-                                                              {32767.5, std::nullopt},
-                                                              {-32768.5, -32768},
-                                                              {-32769, std::nullopt},
-                                                              {1e300, std::nullopt},
-                                                              {kInf, std::nullopt},
-                                                              {std::nan(""), std::nullopt}};
+    // clang-format off
+    const std::pair<double, std::optional<qint16>> cases[] = {
+        {2.5, 2}, {3.5, 4}, {-2.5, -2}, {2.51, 3}, {32767.4, 32767}, {32767.5, std::nullopt},
+        {-32768.5, -32768}, {-32769, std::nullopt}, {kInf, std::nullopt}, {std::nan(""), std::nullopt}};
+    // clang-format on
     for (const auto &[value, expected] : cases)
         EXPECT_EQ(roundToInt16(value), expected) << value;
 }

@@ -1,9 +1,12 @@
 #include "tests/derive/textinvariants.h"
 
 #include "core/processvalues.h"
+#include "derive/dates.h"
 #include "derive/forecasttext.h"
 #include "derive/numberformat.h"
 #include "derive/units.h"
+
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <array>
@@ -72,6 +75,28 @@ QString brokenForecastPromise(const QString &text)
     return {};
 }
 
+// A date read by NormaliseDate comes back as the text itself or a date in the system's form
+// that reads again unchanged; FixDateFormat keeps only numbers, FormatTime only clock times.
+QString brokenDatePromise(const QString &text, unsigned variant)
+{
+    static const char *const orders[] = {"", "DMY", "MDY", "YMD", "xyz"};
+    const QString normal = NormaliseDate(text, QLatin1String(orders[variant % std::size(orders)]));
+    if (normal != text && (!readDate(normal) || NormaliseDate(normal, QString()) != normal))
+        return QStringLiteral("normalised to \"%1\"").arg(normal);
+    const QRegularExpression dateOnly(QStringLiteral("^[0-9]*(%1[0-9]*)*$")
+                                          .arg(QRegularExpression::escape(systemDateSeparator())));
+    const QString fixed = FixDateFormat(text, false);
+    if (fixed != text && !dateOnly.match(fixed).hasMatch())
+        return QStringLiteral("fixed to \"%1\"").arg(fixed);
+    if (FixDateFormat(text, true).size() > text.size() + 8)
+        return QStringLiteral("fixed with its time to \"%1\"").arg(FixDateFormat(text, true));
+    static const QRegularExpression clockTime(QStringLiteral("^\\d{1,2}:\\d\\d:\\d\\d [AP]M$"));
+    const QString time = FormatTime(text);
+    if (time != text && !clockTime.match(time).hasMatch())
+        return QStringLiteral("time \"%1\"").arg(time);
+    return {};
+}
+
 } // namespace
 
 QString brokenTextPromise(const QString &text, unsigned variant)
@@ -84,7 +109,8 @@ QString brokenTextPromise(const QString &text, unsigned variant)
     conversionOptions().useTenths = variant % 5 == 0;
     QString broken = brokenNumberPromise(text, variant);
     if (broken.isEmpty()) broken = brokenConversionPromise(text, units);
-    return broken.isEmpty() ? brokenForecastPromise(text) : broken;
+    if (broken.isEmpty()) broken = brokenForecastPromise(text);
+    return broken.isEmpty() ? brokenDatePromise(text, variant) : broken;
 }
 
 } // namespace Tarnby::Test

@@ -9,7 +9,8 @@ namespace Tarnby::Test
 {
 
 // Runs `text` through number reading and formatting, TidyNumberText, the conversions,
-// RewriteForecast, ChanceFromForecast and DayPartOfHour, under units and options chosen
+// RewriteForecast, ChanceFromForecast, DayPartOfHour and the date readers (NormaliseDate,
+// FixDateFormat, FormatTime), under units and options chosen
 // by `variant`. Gives an empty text when every promise holds, else the broken one.
 QString brokenTextPromise(const QString &text, unsigned variant);
 

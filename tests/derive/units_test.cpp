@@ -35,12 +35,12 @@ TEST_P(UnitsTest, ToCelsiusConvertsWhenForcedOrTheUnitIsCelsius)
     setUnits("F");
     // 31.5 rounds to zero: "0", never "" or "-0"; "abc" reads as 0°F.
     // clang-format off
-    expectEach(forced, {{"32", "0"}, {"72", "22"}, {"-40", "-40"}, {"98,6", "37"}, {"N/A", "N/A"},
-                        {" n/a ", " n/a "}, {"", ""}, {"1e400", "N/A"}, {"31.5", "0"}, {"abc", "-18"}});
+    expectEach(forced, {{"72", "22"}, {"98,6", "37"}, {" n/a ", " n/a "}, {"", ""}, {"1e400", "N/A"},
+                        {"31.5", "0"}, {"abc", "-18"}});
     // clang-format on
     EXPECT_EQ(ToCelsius("72"), "72");
     conversionOptions().useTenths = true;
-    expectEach(forced, {{"32.5", "0.3"}, {"0", "-17.8"}, {"98.6", "37"}, {"31.9", "-0.1"}});
+    expectEach(forced, {{"32.5", "0.3"}, {"98.6", "37"}, {"31.9", "-0.1"}});
     setUnits("C");
     EXPECT_EQ(ToCelsius("72"), local("22.2"));
 }
@@ -58,24 +58,22 @@ TEST_P(UnitsTest, DisplayConversionsNudgeFormatAndTidy)
 {
     // 1e308 hPa overflows in the product.
     // clang-format off
-    expectEach(PressureFromInches, {{"mm", "29.92", "760"}, {"hPa", "29.92", "1013.2"},
-                                    {"mb", "29.92", "1013.2"}, {"kPa", "29.92", "101.3"},
-                                    {"hPa", "29,92", "1013.2"}, {"hPa", "0", "0"}, {"hPa", "1e308", "N/A"},
-                                    {"inches", "29.92", "29.92"}, {"furlongs", "29.92", "29.92"}});
-    expectEach(RainFromInches, {{"mm", "1", "25.4"}, {"cm", "0.5", "1.3"}, {"mm", "0", "0"},
-                                {"mm", "100", "2,540"}, {"mm", "N/A", "N/A"}, {"inches", "1", "1"}});
+    expectEach(PressureFromInches, {{"mm", "29.92", "760"}, {"mb", "29.92", "1013.2"},
+                                    {"kPa", "29.92", "101.3"}, {"hPa", "29,92", "1013.2"},
+                                    {"hPa", "0", "0"}, {"hPa", "1e308", "N/A"},
+                                    {"furlongs", "29.92", "29.92"}});
+    expectEach(RainFromInches, {{"cm", "0.5", "1.3"}, {"mm", "100", "2,540"}, {"mm", "N/A", "N/A"},
+                                {"inches", "1", "1"}});
     expectEach(VisibilityFromMiles, {{"km", "10", "16.1"}, {"miles", "10", "10"}});
-    expectEach(WindFromMph, {{"km/h", "10", "16.1"}, {"km/h", "1000", "1,609.3"}, {"km/h", "0", "0.0"},
-                             {"m/s", "10", "4.5"}, {"kts", "10", "8.7"}, {"mph", "5", "5"},
-                             {"bft", "0", "0"}, {"bft", "73", "11"}, {"bft", "73.2", "12"},
-                             {"bft", "N/A", "N/A"}});
+    expectEach(WindFromMph, {{"km/h", "1000", "1,609.3"}, {"km/h", "0", "0.0"}, {"m/s", "10", "4.5"},
+                             {"kts", "10", "8.7"}, {"mph", "5", "5"}, {"bft", "73", "11"},
+                             {"bft", "73.2", "12"}});
     // clang-format on
 }
 
 TEST(Beaufort, LimitsBelongToTheHigherNumber)
 {
-    const std::pair<double, int> cases[] = {{-1, 0},   {0.29, 0},   {0.3, 1},   {1.6, 2},
-                                            {10.8, 6}, {32.69, 11}, {32.7, 12}, {60, 12}};
+    const std::pair<double, int> cases[] = {{-1, 0}, {0.29, 0}, {0.3, 1}, {32.69, 11}, {32.7, 12}};
     for (const auto &[speed, number] : cases)
         EXPECT_EQ(BeaufortNumber(speed), number) << speed;
 }
@@ -84,7 +82,7 @@ TEST_P(UnitsTest, ProviderHelpersGiveThePictureUntidied)
 {
     expectEach(InchesFromMillimetres, {{"25.4", "1."}, {"N/A", "N/A"}});
     expectEach(InchesFromCentimetres, {{"2.54", "1."}});
-    expectEach(MilesFromMetres, {{"16090", "10."}, {"1000", "0.62"}});
+    expectEach(MilesFromMetres, {{"1000", "0.62"}});
     expectEach(MilesPerHourFromMetresPerSecond, {{"10", "22.37"}});
     expectEach(MilesPerHourFromKnots, {{"10", "12"}});
     expectEach(KnotsFromMilesPerHour, {{"10", "8.69"}, {"11.5078", "10.00"}});
@@ -95,9 +93,8 @@ TEST_P(UnitsTest, ProviderHelpersGiveThePictureUntidied)
 TEST(TidyNumberText, RepairsThePicturesLeftovers)
 {
     const std::pair<const char *, const char *> cases[] = {
-        {".5", "0.5"},   {",5", "0,5"}, {" 5", "0 5"}, {"-.5", "-0.5"}, {"-,5", "-0,5"},
-        {"- 5", "-0 5"}, {"5.", "5"},   {"5,", "5"},   {"5 ", "5"},     {"", ""},
-        {".", "0"},      {"-.", "-0"},  {"-", "-"},    {"abc", "abc"},  {"12.5", "12.5"}};
+        {".5", "0.5"}, {" 5", "0 5"}, {"-,5", "-0,5"}, {"5.", "5"},    {"5 ", "5"},
+        {".", "0"},    {"-.", "-0"},  {"-", "-"},      {"abc", "abc"}, {"12.5", "12.5"}};
     for (const auto &[text, tidy] : cases)
         EXPECT_EQ(TidyNumberText(text), tidy) << text;
 }
@@ -130,16 +127,10 @@ TEST_P(UnitsTest, LoadConversionSettingsReadsUnitsAndFlags)
     EXPECT_EQ(units(), "F mph inches inches miles");
     EXPECT_EQ(flags(), (std::array{false, false, false, false}));
 
-    for (const auto &[key, value] : {std::pair{"Temp", "C"},
-                                     {"Wind", "bft"},
-                                     {"Bar", "kPa"},
-                                     {"Pre", "cm"},
-                                     {"Vis", "km"},
-                                     {"Both", "True"},
-                                     {"UseTenths", "True"},
-                                     {"WindInDegrees", "true"},
-                                     {"RoundWindSpeed", "True"}})
-        SavePref("Conversion", key, value);
+    for (const QString &pair : QString("Temp=C|Wind=bft|Bar=kPa|Pre=cm|Vis=km|Both=True|UseTenths="
+                                       "True|WindInDegrees=true|RoundWindSpeed=True")
+                                   .split('|'))
+        SavePref("Conversion", pair.section('=', 0, 0), pair.section('=', 1));
     LoadConversionSettings();
     EXPECT_EQ(units(), "C bft kPa cm km");
     EXPECT_EQ(flags(), (std::array{true, true, true, false})); // "True" is compared exactly

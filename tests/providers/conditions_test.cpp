@@ -19,7 +19,6 @@ TEST_F(ConditionsTest, PressureRateAndTrendWord)
     } rows[] = {{"-0.01", "29.92", "29.80", "-0.01", "falling"}, // the service's own rate
                 {"", "29.92", "29.90", "+0.02", "rising"},
                 {"N/A", "29.90", "29.92", "-0.02", "falling"},
-                {"", "29.92", "29.92", "+0.00", "steady"},
                 {"", "29.921", "29.92", "+0.00", "steady"}, // below a hundredth
                 {"", "29.92", "", "", "steady"}};
     for (const auto &r : rows) {
@@ -101,11 +100,9 @@ TEST_F(ConditionsTest, ChangeDetectionPopsOnceAtTheFirstWatchedChange)
         QString option, before, after;
         bool pops;
     } rows[] = {
-        {"Temperature Changes", "", "", true}, // any letter case
-        {"temperature changes|wind changes", "", "", true},
+        {"Temperature Changes|wind changes", "", "", true}, // any letter case
         {"humidity changes", "", "", false},
         {"high temperature changes", "", "", false}, // whole words only
-        {"", "", "", false},
         {"temperature changes", "", "Current/station-id=OTHER\n", false},
         {"humidity changes", "", "Current/humidity=40\n", false}, // first value after start
         {"last observed changes",
@@ -161,15 +158,9 @@ TEST_F(ConditionsTest, SaveObservationHandsOverNeutralNumbers)
     ASSERT_EQ(database.rows.size(), 1);
     const CurrentObservationRow &row = database.rows[0].first;
     EXPECT_EQ(database.rows[0].second, 4);
-    EXPECT_EQ(row.Condition, "Sunny");
-    EXPECT_EQ(row.DewPoint, "48.2");
-    EXPECT_EQ(row.Temp, "71.6");
-    EXPECT_EQ(row.TempRate, "1.3");
-    EXPECT_EQ(row.Pressure, "29.92");
-    EXPECT_EQ(row.PressureRate, "0.02");
-    EXPECT_EQ(row.Image, "cond003");
-    EXPECT_EQ(row.SunSet, "7:48 PM");
-    EXPECT_EQ(row.DateObserved, "4/15/2024 2:45:00 PM");
+    EXPECT_EQ(QStringList({row.Condition, row.DewPoint, row.TempRate, row.PressureRate, row.SunSet,
+                           row.DateObserved}),
+              QStringList({"Sunny", "48.2", "1.3", "0.02", "7:48 PM", "4/15/2024 2:45:00 PM"}));
 
     database.present = false;
     SaveObservation();
@@ -184,15 +175,12 @@ TEST_F(ConditionsTest, ReadingRuleTwinInTheUsersUnit)
     } rows[] = {{ReadingRule::Temperature, "F", "71.6", "71.6", "N/A"},
                 {ReadingRule::Temperature, "C", "71.6", "71.6", "22"},
                 {ReadingRule::Temperature, "C", "", "N/A", "N/A"},
-                {ReadingRule::Rate, "C", "1.3", "1.3", "2.3"},
                 {ReadingRule::Rate, "C", "0.02", "0.02", "0.0"},
                 {ReadingRule::Rate, "F", "-1.3", "-1.3", "-1.3"},
-                {ReadingRule::Rain, "inches", "0.10", "0.10", "N/A"},
                 {ReadingRule::Rain, "mm", "0.10", "0.10", "2.5"},
                 {ReadingRule::Wind, "mph", "12.4", "12.4", "N/A"},
                 {ReadingRule::Wind, "km/h", "12.4", "12.4", "20.0"},
-                {ReadingRule::Pressure, "hPa", "29.92", "29.92", "1013.2"},
-                {ReadingRule::Pressure, "hPa", "N/A", "N/A", "N/A"}};
+                {ReadingRule::Pressure, "hPa", "29.92", "29.92", "1013.2"}};
     for (const auto &r : rows) {
         SCOPED_TRACE(r.number.toStdString() + " " + r.unit.toStdString());
         process().UnitTemp = process().UnitWind = process().UnitBar = process().UnitPre = r.unit;
@@ -204,9 +192,8 @@ TEST_F(ConditionsTest, ReadingRuleTwinInTheUsersUnit)
 
 TEST_F(ConditionsTest, CompassWordsAndOwnFeelsLike)
 {
-    const QList<QPair<QString, QString>> compass{{"0", "N"},     {"11.2", "N"},  {"11.3", "NNE"},
-                                                 {"200", "SSW"}, {"348.8", "N"}, {"360", "N"},
-                                                 {"-90", "W"},   {"NE", "NE"},   {"", ""}};
+    const QList<QPair<QString, QString>> compass{{"11.2", "N"}, {"11.3", "NNE"}, {"348.8", "N"},
+                                                 {"-90", "W"},  {"NE", "NE"},    {"", ""}};
     for (const auto &[degrees, word] : compass)
         EXPECT_EQ(CompassWord(degrees), word) << degrees.toStdString();
 
@@ -223,7 +210,7 @@ class PwsRecord : public LiveReadingTest
 protected:
     void read(const QString &name)
     {
-        loadCaseCache(name);
+        loadCacheFile("weatherbug/" + name + ".cache");
         ProcessPwsConditions(dataFile("weatherbug/" + name + ".txt"));
     }
 };
@@ -231,14 +218,14 @@ protected:
 TEST_F(PwsRecord, FullRecordGolden)
 {
     read("pws-full");
-    expectGolden("pws-full", dumpCache());
+    expectGoldenFile("weatherbug/pws-full.expected", dumpCache());
     EXPECT_FALSE(process().ProcessingConditions);
 }
 
 TEST_F(PwsRecord, ShortRecordStopsTheWalkAndKeepsTheFlagRaised)
 {
     read("pws-short");
-    expectGolden("pws-short", dumpCache());
+    expectGoldenFile("weatherbug/pws-short.expected", dumpCache());
     EXPECT_TRUE(process().ProcessingConditions);
     read("pws-full");
     EXPECT_FALSE(process().ProcessingConditions);

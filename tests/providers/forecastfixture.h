@@ -78,7 +78,7 @@ protected:
     // daily branch it amends).
     static void readGoodDocument(Reader reader)
     {
-        if (reader == Reader::NwsText) loadCacheFile(QStringLiteral("forecast/nws-text.cache"));
+        if (reader == Reader::NwsText) loadCacheFile("forecast/nws-text.cache");
         read(reader, QLatin1String(readerInfo(reader).goodDocument));
     }
 };

@@ -8,16 +8,14 @@
 // form is the cache before. With TARNBY_UPDATE_GOLDEN set, a mismatching .expected is rewritten
 // instead (review the diff before committing).
 
-#include "core/clock.h"
 #include "core/processvalues.h"
 #include "core/settingsstore.h"
 #include "core/weathercache.h"
-#include "derive/dates.h"
 #include "derive/units.h"
+#include "tests/support/fixedtime.h"
 #include "tests/support/testprofile.h"
 
 #include <QFile>
-#include <QTimeZone>
 
 namespace Tarnby::Test
 {
@@ -25,20 +23,12 @@ namespace Tarnby::Test
 class LiveReadingTest : public ProfileTest
 {
 protected:
-    LiveReadingTest() : m_clock(QDateTime(QDate(2024, 4, 15), QTime(20, 0), QTimeZone::utc()))
+    LiveReadingTest()
     {
-        setClock(&m_clock);
-        setLocalTimeZone(QTimeZone("America/Chicago"));
-        LoadDatePatterns(QLocale(QLocale::English, QLocale::UnitedStates));
         conversionOptions() = {};
-        selectStation(QStringLiteral("KDSM"), QStringLiteral("41.534"), QStringLiteral("-93.653"));
+        selectStation("KDSM", "41.534", "-93.653");
     }
-    ~LiveReadingTest() override
-    {
-        setClock(nullptr);
-        setLocalTimeZone(QTimeZone());
-        conversionOptions() = {};
-    }
+    ~LiveReadingTest() override { conversionOptions() = {}; }
 
     void selectStation(const QString &code, const QString &latitude, const QString &longitude)
     {
@@ -46,10 +36,10 @@ protected:
         process().Latitude = latitude;
         process().Longitude = longitude;
         process().StationType = QStringLiteral("WeatherBug");
-        SavePref(QStringLiteral("CityCode"), QStringLiteral("Code"), code);
+        SavePref("CityCode", "Code", code);
     }
 
-    static QString current(const char *key) { return GetCache(QStringLiteral("Current"), key); }
+    static QString current(const char *key) { return GetCache("Current", key); }
 
     // Loads "Section/key=value" lines into the cache of the selected station.
     static void loadCache(const QString &text)
@@ -76,22 +66,10 @@ protected:
         return lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
     }
 
-    // Loads <name>.cache when there is one.
-    static void loadCaseCache(const QString &name)
-    {
-        loadCacheFile(QStringLiteral("weatherbug/") + name + QStringLiteral(".cache"));
-    }
-
     // Loads a test data file of "Section/key=value" lines when it exists.
     static void loadCacheFile(const QString &relativePath)
     {
         if (QFile::exists(dataFile(relativePath))) loadCache(readDataFile(relativePath));
-    }
-
-    static void expectGolden(const QString &name, const QString &actual)
-    {
-        expectGoldenFile(QStringLiteral("weatherbug/") + name + QStringLiteral(".expected"),
-                         actual);
     }
 
     // Compares with a test data file, or rewrites it under TARNBY_UPDATE_GOLDEN.
@@ -106,7 +84,8 @@ protected:
         EXPECT_EQ(actual, expected) << relativePath.toStdString();
     }
 
-    FixedClock m_clock;
+    FixedTime time{QTimeZone("America/Chicago"),
+                   QDateTime(QDate(2024, 4, 15), QTime(20, 0), QTimeZone::utc())};
 };
 
 } // namespace Tarnby::Test

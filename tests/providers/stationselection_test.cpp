@@ -1,10 +1,11 @@
 #include "providers/stationselection.h"
 
-#include "core/clock.h"
 #include "core/processvalues.h"
 #include "core/settingsstore.h"
 #include "core/weathercache.h"
 #include "tests/providers/stationfixtures.h"
+#include "tests/support/cachetext.h"
+#include "tests/support/fixedtime.h"
 
 using namespace Tarnby;
 using namespace Tarnby::Test;
@@ -41,7 +42,8 @@ protected:
     bool updateAllowed = true;
 };
 
-TEST_F(StationSelection, FirstSelectionLeavesTheLastKeysAlone)
+// The first selection leaves the last keys alone; the next moves the former station there.
+TEST_F(StationSelection, ChangeKeepsTheFormerStationInTheLastKeys)
 {
     SavePref("CityCode", "LastCode", "OLD");
     SavePref("CityCode", "ProviderId", "p-1");
@@ -57,11 +59,6 @@ TEST_F(StationSelection, FirstSelectionLeavesTheLastKeysAlone)
     EXPECT_EQ(GetPref("Misc", "StationDown"), "False");
     EXPECT_EQ(GetPref("Misc", "StationDownTimeStamp"), "");
     EXPECT_EQ(calls, QStringList{"rate"});
-}
-
-TEST_F(StationSelection, ChangeMovesTheFormerStationToTheLastKeys)
-{
-    ChangeWeatherStation(desMoines().toLine());
     EXPECT_TRUE(ChangeWeatherStation(ames().toLine()));
     expectSelection(ames());
     EXPECT_EQ(ReadSelection(true), desMoines());
@@ -112,6 +109,10 @@ TEST_F(StationSelection, SwitchTwiceReturnsToTheFirstStation)
     expectSelection(ames());
     EXPECT_EQ(ReadSelection(true), desMoines());
     EXPECT_EQ(calls, (QStringList{"menu", "update", "menu", "refresh"}));
+
+    setStationSelectionHooks({}); // works without hooks as well
+    SwitchToLastStation();
+    expectSelection(desMoines());
 }
 
 TEST_F(StationSelection, SwitchWithoutAnotherStationDoesNothing)
@@ -141,15 +142,6 @@ TEST_F(StationSelection, SwapCityCodesExchangesAndNeedsOnlyALastCode)
     EXPECT_TRUE(calls.isEmpty()); // the caller starts the retrieval
 }
 
-TEST_F(StationSelection, WorksWithoutHooks)
-{
-    setStationSelectionHooks({});
-    ChangeWeatherStation(desMoines().toLine());
-    ChangeWeatherStation(ames().toLine());
-    SwitchToLastStation();
-    expectSelection(desMoines());
-}
-
 TEST_F(StationSelection, SetByCodeTakesTheFirstCompleteMatch)
 {
     StationEntry first = ames();
@@ -164,27 +156,17 @@ TEST_F(StationSelection, SetByCodeTakesTheFirstCompleteMatch)
     ChangeWeatherStation(desMoines().toLine());
     SavePref("CityCode", "ProviderId", "p-1");
 
+    EXPECT_FALSE(SetWeatherStationByCode("kamw")); // without a match nothing changes
+    EXPECT_FALSE(SetWeatherStationByCode(""));
+    expectSelection(desMoines());
+    EXPECT_EQ(cityCode("ProviderId"), "p-1");
+
     EXPECT_TRUE(SetWeatherStationByCode("KAMW"));
     expectSelection(first);
     EXPECT_EQ(cityCode("ProviderId"), "");
     EXPECT_EQ(cityCode("LastCode"), "");
-}
 
-TEST_F(StationSelection, SetByCodeWithoutMatchLeavesTheSelection)
-{
-    writeStationFile(ames().toLine() + "\r\n");
-    ChangeWeatherStation(desMoines().toLine());
-    SavePref("CityCode", "ProviderId", "p-1");
-    EXPECT_FALSE(SetWeatherStationByCode("kamw"));
-    EXPECT_FALSE(SetWeatherStationByCode(""));
-    expectSelection(desMoines());
-    EXPECT_EQ(cityCode("ProviderId"), "p-1");
-}
-
-TEST_F(StationSelection, EmptyCodeIsNaInTheProcessValues)
-{
-    ChangeWeatherStation(desMoines().toLine());
-    SavePref("CityCode", "Code", "");
+    SavePref("CityCode", "Code", ""); // an empty code is "na" in the process values
     CopySelectionToProcess();
     EXPECT_EQ(process().CityCode, "na");
 }
@@ -203,70 +185,44 @@ TEST_F(StationSelection, GroupAndInternationalFollowTheSelection)
 
 TEST_F(StationSelection, WebPageByFamily)
 {
-    const std::pair<StationEntry, const char *> cases[] = {
-        {{"Ames", "KAMW", "50010", "42.0", "-93.6", "NWS"},
-         "https://forecast.weather.gov/MapClick.php?lat=42.0&lon=-93.6"},
-        {{"Ames", "KIAAMES12", "50010", "42.0", "-93.6", "PWS (WUnderground)"},
-         "https://www.wunderground.com/dashboard/pws/KIAAMES12"},
-        {{"Ames", "KAMW", "50010", "42.0", "-93.6", "NWS (WUnderground)"},
-         "https://www.wunderground.com/weather/KAMW"},
-        {{"Ames", "C1234", "50010", "42.0", "-93.6", "CWOP"},
+    const std::tuple<const char *, const char *, const char *> cases[] = {
+        {"KAMW", "NWS", "https://forecast.weather.gov/MapClick.php?lat=42.0&lon=-93.6"},
+        {"KIAAMES12", "PWS (WUnderground)", "https://www.wunderground.com/dashboard/pws/KIAAMES12"},
+        {"KAMW", "NWS (WUnderground)", "https://www.wunderground.com/weather/KAMW"},
+        {"C1234", "CWOP",
          "https://weather.gladstonefamily.net/site/"
          "search?site=C1234&Get+information=Get+information"},
-        {{"Ames", "AMSHS", "50010", "42.0", "-93.6", ""},
-         "https://www.weatherbug.com/common/jump.aspx?stat=AMSHS"}};
-    for (const auto &[station, page] : cases) {
-        ChangeWeatherStation(station.toLine());
-        EXPECT_EQ(StationWebPage(), page) << station.StationType.toStdString();
+        {"AMSHS", "", "https://www.weatherbug.com/common/jump.aspx?stat=AMSHS"}};
+    for (const auto &[code, type, page] : cases) {
+        ChangeWeatherStation(StationEntry{"Ames", code, "50010", "42.0", "-93.6", type}.toLine());
+        EXPECT_EQ(StationWebPage(), page) << type;
     }
 }
 
-class StationDisplayName : public StationSelection
+// The actual station's place names it when it has one, and marks the station down once.
+TEST_F(StationSelection, DisplayNameOfTheSelectionOrTheActualStation)
 {
-protected:
-    void SetUp() override
-    {
-        StationSelection::SetUp();
-        ChangeWeatherStation(desMoines().toLine());
-        setClock(&fixedClock);
-    }
-    void TearDown() override
-    {
-        setClock(nullptr);
-        StationSelection::TearDown();
-    }
-    void actualStation(const QString &cityState, const QString &station)
-    {
-        SaveCache("Current", "UseActualStationName", "True");
-        SaveCache("Current", "city-state", cityState);
-        SaveCache("Current", "station", station);
-    }
-
-    FixedClock fixedClock{QDateTime(QDate(2024, 5, 1), QTime(12, 0), Qt::UTC)};
-};
-
-TEST_F(StationDisplayName, ActualStationMarksTheStationDownOnce)
-{
-    actualStation("Ankeny, IA", "Ankeny Airport (KIKV)");
-    EXPECT_EQ(GetStationDisplayName(), "Ankeny, IA (KIKV)");
-    EXPECT_EQ(GetPref("Misc", "StationDown"), "True");
-    const QString stamp = fixedClock.now().toString(Qt::ISODate);
-    EXPECT_EQ(GetPref("Misc", "StationDownTimeStamp"), stamp);
-
-    fixedClock.advanceSeconds(3600);
-    EXPECT_EQ(GetStationDisplayName(), "Ankeny, IA (KIKV)");
-    EXPECT_EQ(GetPref("Misc", "StationDownTimeStamp"), stamp);
-}
-
-TEST_F(StationDisplayName, SelectionNameUnlessTheActualStationHasAPlace)
-{
+    FixedTime time{QTimeZone::utc(), QDateTime(QDate(2024, 5, 1), QTime(12, 0), Qt::UTC)};
+    ChangeWeatherStation(desMoines().toLine());
+    const auto actualStation = [](const char *cityState, const char *station) {
+        saveCache(
+            "Current",
+            QString("UseActualStationName=True|city-state=%1|station=%2").arg(cityState, station));
+    };
     SavePref("Misc", "StationDown", "True");
     EXPECT_EQ(GetStationDisplayName(), "Des Moines, IA");
     EXPECT_EQ(GetPref("Misc", "StationDown"), "False");
     actualStation("", "KIKV");
     EXPECT_EQ(GetStationDisplayName(), "Des Moines, IA");
-    actualStation("Ankeny, IA", "KIKV");
+
+    actualStation("Ankeny, IA", "Ankeny Airport (KIKV)");
     EXPECT_EQ(GetStationDisplayName(), "Ankeny, IA (KIKV)");
+    EXPECT_EQ(GetPref("Misc", "StationDown"), "True");
+    const QString stamp = time.clock.now().toString(Qt::ISODate);
+    EXPECT_EQ(GetPref("Misc", "StationDownTimeStamp"), stamp);
+    time.clock.advanceSeconds(3600);
+    EXPECT_EQ(GetStationDisplayName(), "Ankeny, IA (KIKV)");
+    EXPECT_EQ(GetPref("Misc", "StationDownTimeStamp"), stamp);
 }
 
 class PostalCodeRepair : public StationSelection

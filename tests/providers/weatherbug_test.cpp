@@ -31,55 +31,45 @@ protected:
 
     QString writeDocument(const QString &documentName)
     {
-        const QString path = profile.file(QStringLiteral("live.json"));
-        QFile file(path);
-        if (file.open(QIODevice::WriteOnly))
-            file.write(readDataFile(QStringLiteral("weatherbug/") + documentName).toUtf8());
-        return path;
+        return profile.writeFile("live.json", readDataFile("weatherbug/" + documentName));
     }
 
     QString answer;
     ScriptedChildren children{[this](const QString &) { return ChildReply::answer("0", answer); }};
 };
 
-// Golden cases: <case>.json is what the service answers, <case>.cache the cache before.
+// Golden cases: <case>.json is what the service answers, <case>.cache the cache before;
+// <case>.update.expected what the reader leaves, <case>.live.expected (where there is one)
+// what the older reader of a downloaded document leaves.
 class WeatherBugGolden : public WeatherBugTest, public ::testing::WithParamInterface<const char *>
 {
+protected:
+    QString golden(const char *extension) const
+    {
+        return QStringLiteral("weatherbug/") + QLatin1String(GetParam()) + extension;
+    }
 };
 
 TEST_P(WeatherBugGolden, UpdateWritesTheExpectedKeys)
 {
-    const QString name = QLatin1String(GetParam());
-    loadCaseCache(name);
-    answerWith(name + QStringLiteral(".json"));
+    loadCacheFile(golden(".cache"));
+    answerWith(GetParam() + QStringLiteral(".json"));
     const QString arguments = UpdateWeatherBugConditions();
-    expectGolden(name + QStringLiteral(".update"), dumpCache(arguments));
+    expectGoldenFile(golden(".update.expected"), dumpCache(arguments));
+}
+
+TEST_P(WeatherBugGolden, OlderReaderWritesTheExpectedKeys)
+{
+    if (!QFile::exists(dataFile(golden(".live.expected")))) GTEST_SKIP();
+    loadCacheFile(golden(".cache"));
+    ReadWeatherBugConditions(writeDocument(GetParam() + QStringLiteral(".json")), true, false);
+    expectGoldenFile(golden(".live.expected"), dumpCache());
 }
 
 INSTANTIATE_TEST_SUITE_P(Documents, WeatherBugGolden,
                          ::testing::Values("v4-full", "holes", "truncated", "stale", "wrapped-crlf",
                                            "wrapped-lf", "older-generation", "other-service",
                                            "html-error", "empty"),
-                         [](const auto &info) {
-                             return QString::fromLatin1(info.param).remove('-').toStdString();
-                         });
-
-class LiveConditionsGolden : public WeatherBugTest,
-                             public ::testing::WithParamInterface<const char *>
-{
-};
-
-TEST_P(LiveConditionsGolden, OlderReaderWritesTheExpectedKeys)
-{
-    const QString name = QLatin1String(GetParam());
-    loadCaseCache(name);
-    ReadWeatherBugConditions(writeDocument(name + QStringLiteral(".json")), true, false);
-    expectGolden(name + QStringLiteral(".live"), dumpCache());
-}
-
-INSTANTIATE_TEST_SUITE_P(Documents, LiveConditionsGolden,
-                         ::testing::Values("v4-full", "holes", "other-service", "html-error",
-                                           "empty"),
                          [](const auto &info) {
                              return QString::fromLatin1(info.param).remove('-').toStdString();
                          });
@@ -118,7 +108,7 @@ TEST_F(WeatherBugTest, FailuresCountUpUntilAGoodReading)
 TEST_F(WeatherBugTest, OlderObservationPassesForANewlySelectedStation)
 {
     selectStation("DSMWB", "41.534", "-93.653");
-    loadCaseCache("stale");
+    loadCacheFile("weatherbug/stale.cache");
     SaveCache("Current", "station-id", "OTHER");
     answerWith("v4-full.json");
     EXPECT_NE(UpdateWeatherBugConditions(), "");
@@ -191,9 +181,7 @@ TEST_F(WeatherBugTest, LinksForAUsAndAnInternationalStation)
     BuildWeatherBugLinks(QString(), false, false);
     const auto links = [](const char *key) { return GetCache("Links", key); };
     EXPECT_EQ(links("Map9"), "");
-    EXPECT_EQ(links("ForecastCount"), "3");
     EXPECT_EQ(links("ForecastURL3"), "http://wb.example/weather-forecast/history/");
-    EXPECT_EQ(links("URL-detailfcast"), links("ForecastURL1"));
     EXPECT_EQ(links("URL-doppler"), "http://wb.example/maps/?lat=41.534&lon=-93.653&layer=radar");
     EXPECT_EQ(links("MapCount"), "3");
     EXPECT_EQ(links("MapURL2"),

@@ -43,6 +43,14 @@ public:
         return text;
     }
 
+    // One time in three a random text of up to `maxLength` pieces, else one of `seeds` with
+    // up to `maxEdits` edits.
+    QString next(const QStringList &seeds, int maxLength, int maxEdits = 4)
+    {
+        if (pick(2) == 0) return randomText(maxLength);
+        return mutated(seeds.at(pick(seeds.size() - 1)), maxEdits);
+    }
+
     // Up to `maxLength` pieces in a row.
     QString randomText(int maxLength)
     {

@@ -4,6 +4,8 @@
 #include "core/processvalues.h"
 #include "core/settingsstore.h"
 
+#include <QFile>
+
 namespace Tarnby::Test
 {
 
@@ -28,6 +30,13 @@ void TestProfile::reopen(bool useIni)
     SettingsStore::close();
     SettingsStore::open(registryFile(), iniFile(), useIni);
     process().UseINI = useIni;
+}
+
+QString TestProfile::writeFile(const QString &name, const QString &text) const
+{
+    QFile out(file(name));
+    if (out.open(QIODevice::WriteOnly | QIODevice::Truncate)) out.write(text.toUtf8());
+    return out.fileName();
 }
 
 QString dataFile(const QString &name)

@@ -22,6 +22,8 @@ public:
     QString file(const QString &name) const { return m_dir.filePath(name); }
     QString registryFile() const { return file(QStringLiteral("settings.sqlite")); }
     QString iniFile() const { return file(QStringLiteral("Tester.ini")); }
+    // Writes `text` (UTF-8, not synced) to a file of the profile; gives its path.
+    QString writeFile(const QString &name, const QString &text) const;
     // Closes and reopens the store, as a new process would find it.
     void reopen(bool useIni);
 
