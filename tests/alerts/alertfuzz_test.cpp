@@ -13,7 +13,7 @@ using namespace Tarnby::Test;
 namespace
 {
 
-constexpr int kRoundsPerService = 150000;
+constexpr int kRoundsPerService = 40000;
 constexpr int kStoredEvery = 100;
 
 // Pieces of the answers' own layout, so that mutations reach past the first marks.
