@@ -192,18 +192,23 @@ TEST(CorruptStore, AnUnreadableDatabaseIsMovedAsideAndTheStoreStartsEmpty)
 // the names' first spelling and the case-blind lookup.
 class StoreUpgrade : public ::testing::TestWithParam<const char *>
 {
+protected:
+    // A connection to a new file of the earlier form; the caller closes it.
+    sqlite3 *earlierForm() const
+    {
+        sqlite3 *db = nullptr;
+        EXPECT_EQ(sqlite3_open(file.toUtf8().constData(), &db), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(db, GetParam(), nullptr, nullptr, nullptr), SQLITE_OK);
+        return db;
+    }
+
+    QTemporaryDir dir;
+    const QString file = dir.filePath("settings.sqlite");
 };
 
 TEST_P(StoreUpgrade, AFileOfAnEarlierFormKeepsItsValues)
 {
-    QTemporaryDir dir;
-    const QString file = dir.filePath("settings.sqlite");
-    {
-        sqlite3 *db = nullptr;
-        ASSERT_EQ(sqlite3_open(file.toUtf8().constData(), &db), SQLITE_OK);
-        ASSERT_EQ(sqlite3_exec(db, GetParam(), nullptr, nullptr, nullptr), SQLITE_OK);
-        sqlite3_close(db);
-    }
+    sqlite3_close(earlierForm());
     SqliteSettings store(file);
     EXPECT_EQ(store.value("citycode", "CODE"), "KDSM");
     EXPECT_EQ(store.value("CACHE\\kdsm\\current", "Temp"), "72");
@@ -219,11 +224,7 @@ TEST_P(StoreUpgrade, AFileOfAnEarlierFormKeepsItsValues)
 // one: it stays where it is and moves over at the next opening.
 TEST_P(StoreUpgrade, AFileHeldByAnotherProgramIsLeftForTheNextOpening)
 {
-    QTemporaryDir dir;
-    const QString file = dir.filePath("settings.sqlite");
-    sqlite3 *holder = nullptr;
-    ASSERT_EQ(sqlite3_open(file.toUtf8().constData(), &holder), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(holder, GetParam(), nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3 *holder = earlierForm();
     ASSERT_EQ(sqlite3_exec(holder, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
     EXPECT_FALSE(SqliteSettings(file).isOpen());
     sqlite3_exec(holder, "ROLLBACK", nullptr, nullptr, nullptr);
