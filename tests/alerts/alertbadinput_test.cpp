@@ -30,17 +30,11 @@ std::function<QString(const Service &)> truncatedAt(double share)
 
 const std::pair<const char *, std::function<QString(const Service &)>> kBadAnswers[] = {
     {"EmptyFile", [](const Service &) { return QString(); }},
-    {"HtmlErrorPage",
-     [](const Service &) {
-         return "<html><head><title>503 Service Unavailable</title></head></html>";
-     }},
     {"ProblemDocument",
      [](const Service &) { return "{\n    \"title\": \"Not Found\",\n    \"status\": 404\n}"; }},
     {"OtherService",
      [](const Service &s) { return answerOf((isNws(s) ? kPulseAlerts : kNwsAlerts).good); }},
-    {"CutInTheFirstAlert", truncatedAt(0.3)},
     {"CutInTheLastAlert", truncatedAt(0.97)},
-    {"BinaryNoise", [](const Service &) { return QString::fromLatin1(QByteArray(512, '\xfe')); }},
     // a bulletin without text spoils the whole answer, also after good alerts
     {"AlertWithoutText", [](const Service &s) {
          return answerOf(s.good)
