@@ -3,7 +3,6 @@
 #include "core/settingsstore.h"
 #include "retrieval/children.h"
 #include "retrieval/hosts.h"
-#include "retrieval/servicesettings.h"
 #include "tests/retrieval/fetchtest.h"
 #include "tools/service/documentservice.h"
 
@@ -37,12 +36,6 @@ protected:
         EndAllChildren();
         service.stop();
     }
-    QString lastRequestTarget() const
-    {
-        const auto requests = service.requests();
-        return requests.empty() ? QString() : QString::fromStdString(requests.back().target);
-    }
-
     DocumentService service;
     QString base;
 };
@@ -100,18 +93,6 @@ TEST_F(LoopbackTest, ParseLinksResolveThroughTbdownloader)
     EXPECT_EQ(ResolveParseUrl(base + "/maps/page.html?parse=nothing-like-it"),
               base + "/maps/page.html?parse=nothing-like-it");
     EXPECT_TRUE(tempFiles().isEmpty());
-}
-
-TEST_F(LoopbackTest, OverrideBringsTheVendorServiceHome)
-{
-    SavePref("Hosts", "Override", base);
-    SavePref("Misc", "Version", "0.1.00");
-    LoadServiceSettings();
-    EXPECT_EQ(lastRequestTarget(), "/vendor/GetTbSettings?Version=0.1.00");
-    EXPECT_TRUE(process().SettingsLoaded);
-    EXPECT_EQ(process().PulseUrl, "http://127.0.0.1/pulse");
-    EXPECT_EQ(process().MapSource, "tb2");
-    EXPECT_EQ(GetApiToken(), "LOOPBACK-TOKEN");
 }
 
 TEST_F(LoopbackTest, PidRequestsEndOnlyOurHelpers)
