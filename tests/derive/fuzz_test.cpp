@@ -13,13 +13,10 @@ constexpr unsigned kRounds = 60000; // per locale: some 120 000 texts in all
 
 // Forecast phrases, number forms and dates as the services write them.
 const QStringList kSeeds =
-    QString::fromUtf8("HIGHS IN THE LOW 50S. WINDS 5 TO 10 MPH.|Lows in the upper teens. Chance of "
-                      "rain near 50%.|Dew point will be around 55°F. Rain totals of 0.25 inches.|"
-                      "Snow. 2 to 4 inches of snow possible. Gusts up to 25 mph.|Around a quarter "
-                      "of an inch. Falling to around 40. 7:00 PM|-.5|1,234.5|1e400|N/A|29,92|"
-                      "IN THE MID  S F. F  MPH 0. 0F.||4/3/2024|2024-04-03T10:00:00Z|"
-                      "Mon, 4 Mar 2024 7:05 PM|03.04.2024|5:43 PM EDT|31/02/2024|4 Sept 1999|"
-                      "2024. 04. 03.|10:61")
+    QString::fromUtf8("HIGHS IN THE LOW 50S. WINDS 5 TO 10 MPH.|Chance of rain near 50%.|Dew "
+                      "point will be around 55°F. 2 to 4 inches of snow.|-.5|1,234.5|1e400|N/A|"
+                      "IN THE MID  S F. F  MPH 0. 0F.||2024-04-03T10:00:00Z|Mon, 4 Mar 2024 7:05 "
+                      "PM|5:43 PM EDT|31/02/2024|2024. 04. 03.")
         .split(u'|');
 
 // Digits, number and date marks, the letters of the phrases and dates, a no-break space, a

@@ -25,9 +25,7 @@ void expectPairs(QString (*f)(const QString &), const char *pairs)
 
 TEST(IconCodeTest, CondToBase)
 {
-    expectPairs(&CondToBase, "000>32 001>26 002>29 005>11 010>NA 012>46 021>7 050>23 075>33 "
-                             "138>14 159>20 cond012>46 nt_cond012>46 177>NA cond999>NA >NA "
-                             "abc>NA -1>NA");
+    expectPairs(&CondToBase, "000>32 010>NA 159>20 nt_cond012>46 177>NA >NA abc>NA -1>NA");
 }
 
 TEST(IconCodeTest, ChanceTriplesShareTheirIcon)
@@ -48,23 +46,20 @@ TEST(IconCodeTest, ChanceTriplesShareTheirIcon)
 TEST(IconCodeTest, BaseToCond)
 {
     // Samples of the table, bases that share a code, and the fallback.
-    expectPairs(&BaseToCond, "32>cond000 26>cond001 NA>cond010 7>cond025 0>cond006 37>cond006 "
-                             "8>cond046 10>cond046 33>cond075 1>cond033 >cond033 abc>cond033");
+    expectPairs(&BaseToCond, "32>cond000 NA>cond010 0>cond006 37>cond006 >cond033 abc>cond033");
 }
 
 TEST(IconCodeTest, RemapCondNumber)
 {
-    expectPairs(&RemapCondNumber, "177>117 181>036 187>008 205>032 180>036 282>010 283>010 "
-                                  "99999999999>010 176>176 abc>abc > N/A>N/A");
+    expectPairs(&RemapCondNumber, "177>117 282>010 283>010 99999999999>010 176>176 abc>abc >");
     for (int n = 177; n <= 282; ++n)
         EXPECT_LT(RemapCondNumber(QString::number(n)).toInt(), 177) << n;
 }
 
 TEST(IconCodeTest, DayOrNight)
 {
-    expectPairs(&DayOrNight, "cond002>N cond001>D cond018>N cond019>D cond075>N cond076>D "
-                             "cond157>D cond176>N nt_partlycloudy>N partlycloudy>D /night/>D >D "
-                             "condabc>D "
+    expectPairs(&DayOrNight, "cond002>N cond001>D cond157>D cond176>N nt_partlycloudy>N "
+                             "partlycloudy>D /night/>D >D condabc>D "
                              "https://api.weather.gov/icons/land/night/few?size=medium>N "
                              "https://api.weather.gov/icons/land/day/few?size=medium>D");
 }
@@ -74,10 +69,9 @@ TEST(IconCodeTest, NwsIconToBase)
     const QString host = QStringLiteral("https://api.weather.gov/icons/land/");
     const struct {
         const char *path, *base;
-    } rows[] = {
-        {"night/few?size=medium", "29"},       {"day/few?size=medium", "30"},
-        {"night/tsra_hi,30?size=small", "47"}, {"day/rain_showers,30/tsra_hi,30?size=medium", "1"},
-        {"day/fog?size=medium", "NA"},         {"day/volcano?size=medium", "20"}};
+    } rows[] = {{"night/tsra_hi,30?size=small", "47"},
+                {"day/rain_showers,30/tsra_hi,30?size=medium", "1"},
+                {"day/fog?size=medium", "NA"}};
     for (const auto &r : rows)
         EXPECT_EQ(NwsIconToBase(host + QLatin1String(r.path)), r.base) << r.path;
 }
@@ -86,12 +80,10 @@ TEST(IconCodeTest, NamesToBaseAndWords)
 {
     EXPECT_EQ(NameToBase("nt_partlycloudy", true), "29");
     EXPECT_EQ(NameToBase("nt_partlycloudy", false), "30");
-    EXPECT_EQ(NameToBase("partlycloudy", true), "30");
     EXPECT_EQ(NameToBase("volcano", true), "NA");
     const auto words = [](const char *name) { return ConditionFromIconName(QLatin1String(name)); };
     EXPECT_EQ(words("chancetstorms"), "Chance of Thunderstorms");
     EXPECT_EQ(words("nt_mostlysunny"), "Mostly Clear");
-    EXPECT_EQ(words("nt_cloudy"), "Cloudy");
     EXPECT_EQ(words("volcano"), "N/A");
 }
 
@@ -100,17 +92,13 @@ TEST(IconCodeTest, AdjustCondByChance)
     const struct {
         const char *code, *chance, *expected;
     } rows[] = {{"cond108", "30", "cond108"},
-                {"cond110", "45%", "cond109"},
                 {"cond108", "50", "cond110"},
                 {"cond108", "60", "cond148"},
-                {"cond059", "50", "cond134"},
                 {"cond156", "30", "cond108"},
                 {"nt_cond126", "55", "nt_cond128"},
-                {"130", "30", "129"},
                 // Left alone.
                 {"cond001", "50", "cond001"},
                 {"cond108", "20", "cond108"},
-                {"cond108", "N/A", "cond108"},
                 {"abc", "50", "abc"}};
     for (const auto &r : rows)
         EXPECT_EQ(AdjustCondByChance(QLatin1String(r.code), QLatin1String(r.chance)), r.expected)
@@ -156,13 +144,10 @@ TEST_F(IconPathTest, CodesOfEachFamilyInBothSchemes)
 {
     EXPECT_EQ(icon("nt_partlycloudy", "WUnderground"), shiny("29.png"));
     EXPECT_EQ(icon("nt_cond012", "WeatherBug"), shiny("46.png"));
-    EXPECT_EQ(icon("nt_32", "WeatherBug"), shiny("32.png"));
     EXPECT_EQ(icon("https://api.weather.gov/icons/land/night/few?size=medium", "NWS"),
               shiny("29.png"));
-    EXPECT_EQ(icon("", "NWS"), shiny("NA.png"));
     SavePref("Skins", "Icons", "WeatherBug");
     EXPECT_EQ(icon("partlycloudy", "WUnderground"), weatherBug("cond003.gif"));
-    EXPECT_EQ(icon("cond012", "WeatherBug"), weatherBug("cond012.gif"));
     EXPECT_EQ(icon("https://api.weather.gov/icons/land/day/fog?size=medium", "NWS"),
               weatherBug("cond010.gif"));
     EXPECT_EQ(icon("volcano", "CWOP"), weatherBug("cond010.gif"));

@@ -27,12 +27,10 @@ struct PictureCase {
 // value's decimal digits (2.345 is 2.35). An empty picture is the general form.
 // clang-format off
 const PictureCase kPictures[] = {
-    {0.5, "###.#", ".5"}, {5, "###.#", "5."}, {0, "###", ""}, {-0.5, "###.#", "-.5"},
-    {-0.01, "0.0", "0.0"}, {1234567, "###,###.#", "1,234,567."},
-    {999999.96, "###,##0.0", "1,000,000.0"}, {12.5, "0000.############", "0012.5"},
-    {1.5, "##0.#0", "1.50"}, {1.005, "0.00", "1.01"}, {-2.5, "##0", "-3"},
-    {0.004, "0.00", "0.00"}, {9.998, "###0.##", "10."}, {1e20, "0", "100000000000000000000"},
-    {0.1 + 0.2, "", "0.3"}, {-0.0, "", "0"}, {std::nan(""), "0", ""}, {kInf, "###", ""}};
+    {5, "###.#", "5."}, {0, "###", ""}, {-0.5, "###.#", "-.5"}, {-0.01, "0.0", "0.0"},
+    {999999.96, "###,##0.0", "1,000,000.0"}, {1.5, "##0.#0", "1.50"}, {1.005, "0.00", "1.01"},
+    {-2.5, "##0", "-3"}, {1e20, "0", "100000000000000000000"}, {0.1 + 0.2, "", "0.3"},
+    {std::nan(""), "0", ""}, {kInf, "###", ""}};
 // clang-format on
 
 TEST(FormatNumber, FollowsThePictureInEitherSymbolSet)
@@ -68,10 +66,9 @@ struct ReadCase {
 // Blanks inside are passed over; "29,92" is how a comma locale stores a value.
 // clang-format off
 const ReadCase kReads[] = {
-    {"12 mph", 12, 12}, {"abc", 0, 0}, {"  -3.5x", -3.5, -3.5}, {"1 000", 1000, 1000},
-    {"1.2.3", 1.2, 1.2}, {"2D2", 200, 200}, {"1e", 1, 1}, {"-1e400", std::nullopt, std::nullopt},
-    {"1e-400", 0, 0}, {"1e999999999999999999", std::nullopt, std::nullopt}, {"-", 0, 0},
-    {".5", 0.5, 0.5}, {"29,92", 29, 29.92}, {"1,234.5", 1, 1.234}};
+    {"abc", 0, 0}, {"  -3.5x", -3.5, -3.5}, {"1 000", 1000, 1000}, {"2D2", 200, 200},
+    {"1e", 1, 1}, {"-1e400", std::nullopt, std::nullopt}, {"1e-400", 0, 0},
+    {"29,92", 29, 29.92}, {"1,234.5", 1, 1.234}};
 // clang-format on
 
 TEST(ReadNumber, TakesTheLeadingNumber)
@@ -90,13 +87,11 @@ struct NumericCase {
     bool comma;
 };
 
-const NumericCase kNumerics[] = {
-    {"", false, false},       {"-", false, false},      {".", false, false},
-    {" -3.5 ", true, true},   {"1,5", true, true},      {".5", true, false},
-    {",5", false, true},      {"1e5", true, true},      {"1e400", false, false},
-    {"5-", false, false},     {"1,234.5", true, false}, {"1.234,5", false, true},
-    {"12 mph", false, false}, {"inf", false, false},    {"1 000", false, false},
-    {"1e-400", true, true}};
+const NumericCase kNumerics[] = {{"", false, false},       {".", false, false},
+                                 {" -3.5 ", true, true},   {".5", true, false},
+                                 {",5", false, true},      {"1e400", false, false},
+                                 {"1,234.5", true, false}, {"1.234,5", false, true},
+                                 {"inf", false, false},    {"1 000", false, false}};
 
 TEST(IsNumeric, AcceptsTheLocaleForms)
 {
