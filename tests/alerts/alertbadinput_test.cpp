@@ -19,22 +19,18 @@ QString answerOf(const char *name)
     return ReadFile(alertDocument(name));
 }
 
-// The good answer cut short at a share of the way to the mark that closes its list.
-std::function<QString(const Service &)> truncatedAt(double share)
-{
-    return [share](const Service &s) {
-        const QString good = answerOf(s.good);
-        return good.left(qsizetype(share * double(good.indexOf(s.listEnd))));
-    };
-}
-
 const std::pair<const char *, std::function<QString(const Service &)>> kBadAnswers[] = {
     {"EmptyFile", [](const Service &) { return QString(); }},
     {"ProblemDocument",
      [](const Service &) { return "{\n    \"title\": \"Not Found\",\n    \"status\": 404\n}"; }},
     {"OtherService",
      [](const Service &s) { return answerOf((isNws(s) ? kPulseAlerts : kNwsAlerts).good); }},
-    {"CutInTheLastAlert", truncatedAt(0.97)},
+    // cut short just before the mark that closes the list of alerts
+    {"CutInTheLastAlert",
+     [](const Service &s) {
+         const QString good = answerOf(s.good);
+         return good.left(good.indexOf(s.listEnd) * 97 / 100);
+     }},
     // a bulletin without text spoils the whole answer, also after good alerts
     {"AlertWithoutText", [](const Service &s) {
          return answerOf(s.good)

@@ -29,34 +29,27 @@ TEST(AlertShortTitle, NamesTheAlertWithoutItsState)
 class AlertTextTest : public AlertTest
 {
 protected:
-    // Rows of {short title, body, issued, expires}.
-    static void storeRows(const std::vector<std::array<const char *, 4>> &rows)
+    // One alert per short title; the first carries the body. A row beyond Count is ignored.
+    static void store(const QStringList &shortTitles, const QString &body = {})
     {
         DelCache("Alerts");
-        for (std::size_t i = 0; i < rows.size(); ++i) {
-            const QString n = QString::number(i + 1);
-            for (int field = 0; field < 4; ++field)
-                SaveCache("Alerts",
-                          QStringList{"short-title", "msg-body", "issued", "expires"}[field] + n,
-                          rows[i][field]);
-        }
-        SaveCache("Alerts", "Count", QString::number(rows.size()));
-        SaveCache("Alerts", "short-title" + QString::number(rows.size() + 1), "Beyond Count");
+        for (int i = 0; i < shortTitles.size(); ++i)
+            SaveCache("Alerts", "short-title" + QString::number(i + 1), shortTitles[i]);
+        SaveCache("Alerts", "msg-body1", body);
+        SaveCache("Alerts", "Count", QString::number(shortTitles.size()));
+        SaveCache("Alerts", "short-title" + QString::number(shortTitles.size() + 1), "Beyond");
     }
 };
 
 TEST_F(AlertTextTest, InfoJoinsShortTitlesAndKeepsTheAmpersandForTheLastAlert)
 {
-    const std::tuple<std::vector<const char *>, const char *, const char *> cases[] = {
+    const std::tuple<QStringList, const char *, const char *> cases[] = {
         {{"", ""}, "N/A", "N/A"},
         {{"A", "B", "C"}, "A, B & C", "A, B &amp; C"},
         {{"A", "", "C"}, "A & C", "A &amp; C"},
         {{"A", "B", ""}, "A, B", "A, B"}};
     for (const auto &[titles, plain, html] : cases) {
-        std::vector<std::array<const char *, 4>> rows;
-        for (const char *title : titles)
-            rows.push_back({title, "", "", ""});
-        storeRows(rows);
+        store(titles);
         EXPECT_EQ(GetAlertsInfo(false), plain);
         EXPECT_EQ(GetAlertsInfo(true), html);
     }
@@ -77,21 +70,18 @@ TEST_F(AlertTextTest, HtmlMarksUpHeadingsSectionsAndSeparators)
         {R"(ALERT\nNational Weather Service Portland OR\n120 PM PST Fri Dec 20 2019\n\n...FLOOD WATCH... Rain.)",
          "<STRONG>ALERT</STRONG><br><br>FLOOD WATCH Rain."}};
     for (const auto &[body, html] : cases) {
-        storeRows({{"", body, "", ""}});
+        store({""}, body);
         EXPECT_EQ(GetAlertsFullText(true, false), html) << body;
     }
 }
 
 TEST_F(AlertTextTest, PlainRunsLinesIntoSentences)
 {
-    const std::pair<const char *, const char *> cases[] = {
-        {"Rain  and  wind", "Rain and wind"},
-        {"One\r\nTwo\nThree", "One. Two. Three"},
-        {"Note: \nRain...", "Note: Rain"},
-        {R"(One\nTwo)", R"(One\nTwo)"} // the JSON escapes are text for the plain form
-    };
+    const std::pair<const char *, const char *> cases[] = {{"Rain  and  wind", "Rain and wind"},
+                                                           {"One\r\nTwo\nThree", "One. Two. Three"},
+                                                           {"Note: \nRain...", "Note: Rain"}};
     for (const auto &[body, plain] : cases) {
-        storeRows({{"", body, "", ""}});
+        store({""}, body);
         EXPECT_EQ(GetAlertsFullText(false, false), plain) << body;
     }
 }
