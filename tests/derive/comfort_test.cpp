@@ -1,5 +1,6 @@
 #include "derive/comfort.h"
 
+#include "core/weathercache.h"
 #include "tests/derive/localecase.h"
 
 using namespace Tarnby;
@@ -50,6 +51,26 @@ TEST_P(ComfortTest, HumidexColourAndWordsUseCelsius)
     }
     conversionOptions().useTenths = true; // 54.2 is above 54
     EXPECT_EQ(HumidexDescription(local("129.5")), "Very Dangerous");
+}
+
+TEST_P(ComfortTest, CurrentHumidexNeedsBothValues)
+{
+    process().CityCode = "KDSM";
+    saveCache("Current", local("temp=86|dew-point=68.0"));
+    WriteCurrentHumidex();
+    expectCache("Current", "humidexC=38|humidex=100"); // 100.4°F
+    SaveCache("Current", "dew-point", "N/A");
+    WriteCurrentHumidex();
+    expectCache("Current", "humidexC=N/A|humidex=N/A");
+}
+
+TEST_P(ComfortTest, HourlyHumidexKeepsNotAvailableHours)
+{
+    process().CityCode = "KDSM";
+    saveCache("Hourly", "count=2|temperature1=86|dew-point1=68|temperature2=70|dew-point2=N/A|"
+                        "temperature3=86|dew-point3=68");
+    WriteHourlyHumidex();
+    expectCache("Hourly", "humidex1=100|humidex1C=38|humidex2=N/A|humidex2C=N/A|humidex3=");
 }
 
 TARNBY_BOTH_LOCALES(ComfortTest);

@@ -84,6 +84,33 @@ TEST_P(ForecastTextTest, ChanceFromForecastTriesEachPhraseInOrder)
         EXPECT_EQ(ChanceFromForecast(text), chance) << text;
 }
 
+TEST_P(ForecastTextTest, FillChanceWritesOnlyNewNumbers)
+{
+    process().CityCode = "KDSM";
+    saveCache("Daily",
+              "count=2|prediction11=Chance of rain 40%.|pre11=20|prediction21=Clear.|pre21=0|"
+              "prediction12=A chance of rain.|pre12=N/A|prediction22=|pre22=N/A");
+    FillChanceFromForecast();
+    expectCache("Daily", "pre11=40|pre21=0|pre12=10|pre22=N/A");
+}
+
+TEST_P(ForecastTextTest, ReprocessRebuildsTwinsAndTexts)
+{
+    process().CityCode = "KDSM";
+    saveCache("Daily", "count=1|low1=32|high1=50|lown1=20|prediction11=Highs in the low 50s.|"
+                       "prediction21=Lows 20&deg;F.");
+    setUnits("C");
+    ReprocessForecasts();
+    // The night's text was dressed already.
+    expectCache("Daily",
+                QString::fromUtf8("low1C=0|high1C=10|lown1C=|predictionC11=Highs near 12°C.|"
+                                  "predictionC21=Lows 20°F."));
+    SaveCache("Daily", "high1", "77");
+    setUnits("F");
+    ReprocessForecasts(); // no twins for a Fahrenheit user
+    expectCache("Daily", QString::fromUtf8("high1C=10|predictionC11=Highs near 53°F."));
+}
+
 TEST(DayPartOfHour, DayRunsFromSixToFour)
 {
     LoadDatePatterns(QLocale(QLocale::English, QLocale::UnitedStates));

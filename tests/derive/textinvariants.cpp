@@ -21,12 +21,10 @@ namespace
 struct Units {
     const char *temp, *wind, *bar, *rain;
 };
-constexpr std::array<Units, 4> kUnits = {{{"C", "km/h", "hPa", "mm"},
-                                          {"F", "bft", "mm", "cm"},
-                                          {"C", "kts", "kPa", "inches"},
-                                          {"F", "mph", "mb", "mm"}}};
-constexpr std::array<const char16_t *, 7> kPictures = {u"###.#",  u"##0.0",   u"###,###.#", u"0.00",
-                                                       u"##0.#0", u"0000.##", u""};
+constexpr std::array<Units, 3> kUnits = {
+    {{"C", "km/h", "hPa", "mm"}, {"F", "bft", "mm", "cm"}, {"C", "kts", "kPa", "inches"}}};
+constexpr std::array<const char16_t *, 5> kPictures = {u"###.#", u"###,###.#", u"0.00", u"##0.#0",
+                                                       u""};
 
 QString brokenNumberPromise(const QString &text, unsigned variant)
 {
