@@ -140,19 +140,6 @@ protected:
     QString weatherBug(const char *file) const { return inSet("WeatherBug", file); }
 };
 
-TEST_F(IconPathTest, CodesOfEachFamilyInBothSchemes)
-{
-    EXPECT_EQ(icon("nt_partlycloudy", "WUnderground"), shiny("29.png"));
-    EXPECT_EQ(icon("nt_cond012", "WeatherBug"), shiny("46.png"));
-    EXPECT_EQ(icon("https://api.weather.gov/icons/land/night/few?size=medium", "NWS"),
-              shiny("29.png"));
-    SavePref("Skins", "Icons", "WeatherBug");
-    EXPECT_EQ(icon("partlycloudy", "WUnderground"), weatherBug("cond003.gif"));
-    EXPECT_EQ(icon("https://api.weather.gov/icons/land/day/fog?size=medium", "NWS"),
-              weatherBug("cond010.gif"));
-    EXPECT_EQ(icon("volcano", "CWOP"), weatherBug("cond010.gif"));
-}
-
 TEST_F(IconPathTest, SetsAndTheirExtensions)
 {
     EXPECT_EQ(IconSetName(false), "Shiny"); // an empty setting falls back, and is saved
