@@ -52,13 +52,6 @@ TEST_F(StationList, SaveAppendsOnceWithCrLfAndKeepsMalformedLines)
     EXPECT_TRUE(SaveWeatherStation(desMoines().toLine().toUpper()));
 }
 
-TEST_F(StationList, MissingFileReadsAsEmpty)
-{
-    EXPECT_TRUE(ReadStationLines().isEmpty());
-    EXPECT_TRUE(LoadSavedStations().isEmpty());
-    EXPECT_FALSE(ReplaceInStationFile("a", "b"));
-}
-
 TEST_F(StationList, LoadSplitsTheNameAndSkipsIncompleteLines)
 {
     StationEntry london{
