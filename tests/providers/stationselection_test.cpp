@@ -109,10 +109,6 @@ TEST_F(StationSelection, SwitchTwiceReturnsToTheFirstStation)
     expectSelection(ames());
     EXPECT_EQ(ReadSelection(true), desMoines());
     EXPECT_EQ(calls, (QStringList{"menu", "update", "menu", "refresh"}));
-
-    setStationSelectionHooks({}); // works without hooks as well
-    SwitchToLastStation();
-    expectSelection(desMoines());
 }
 
 TEST_F(StationSelection, SwitchWithoutAnotherStationDoesNothing)

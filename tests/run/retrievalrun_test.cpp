@@ -107,12 +107,7 @@ INSTANTIATE_TEST_SUITE_P(
                   {"hourly", "daily", "alerts", "uv"},
                   {"NDFD:hourly", "Detailed:daily", "nws observations", "map links", "time zone",
                    "Alerts:alerts", "UV:uv", "insert", "post-process"},
-                  70},
-        GroupCase{{"D7094", "CWOP", "50309"},
-                  {"mesowest", "hourly", "daily", "alerts", "uv"},
-                  {"NDFD:hourly", "Detailed:daily", "CwopApiLiveConditions:mesowest", "map links",
-                   "time zone", "Alerts:alerts", "UV:uv", "insert", "post-process"},
-                  75}));
+                  70}));
 
 TEST_F(RetrievalRunTest, AGoodRunKeepsItsBooksAndLeavesNothingBehind)
 {
