@@ -150,7 +150,6 @@ TEST_F(StationSelection, SetByCodeTakesTheFirstCompleteMatch)
     SavePref("CityCode", "ProviderId", "p-1");
 
     EXPECT_FALSE(SetWeatherStationByCode("kamw")); // without a match nothing changes
-    EXPECT_FALSE(SetWeatherStationByCode(""));
     expectSelection(desMoines());
     EXPECT_EQ(cityCode("ProviderId"), "p-1");
 
@@ -158,10 +157,6 @@ TEST_F(StationSelection, SetByCodeTakesTheFirstCompleteMatch)
     expectSelection(first);
     EXPECT_EQ(cityCode("ProviderId"), "");
     EXPECT_EQ(cityCode("LastCode"), "");
-
-    SavePref("CityCode", "Code", ""); // an empty code is "na" in the process values
-    CopySelectionToProcess();
-    EXPECT_EQ(process().CityCode, "na");
 }
 
 TEST_F(StationSelection, WebPageByFamily)
