@@ -71,9 +71,6 @@ TEST_F(ForecastTest, HourlyDocumentNotNewerThanTheStampIsSkippedUnlessForced)
     SaveCache("Hourly", "temperature1", "left");
     ReadHourlyForecast(path, false); // the same document
     EXPECT_EQ(hourly("temperature1"), "left");
-    SaveCache("LastUpdated", "HourlyTimeStamp", "4/15/2024 8:00:00 PM"); // a newer one was read
-    ReadHourlyForecast(path, false);
-    EXPECT_EQ(hourly("temperature1"), "left");
     EXPECT_FALSE(ForecastFailed(ForecastDocument::Hourly));
     ProcessNdfdDownload(path, false, true);
     EXPECT_EQ(hourly("temperature1"), "68");
@@ -123,12 +120,6 @@ TEST_F(ForecastTest, ReadersReportTheirFailureAndItsEnd)
     EXPECT_EQ(GetCache("UV", "count"), "0");
     read(Reader::Uv, "forecast/uv-week.json");
     EXPECT_FALSE(ForecastFailed(ForecastDocument::Uv));
-    ProcessUvDownload(dataFile("forecast/empty.json"), false, false);
-    EXPECT_TRUE(ForecastFailed(ForecastDocument::Uv));
-    ProcessWuUvDownload(dataFile("forecast/wu-uv.xml"), false, false);
-    EXPECT_FALSE(ForecastFailed(ForecastDocument::Uv));
-    ProcessNwsDetailedDownload(dataFile("forecast/daily-week.json"), false, false);
-    EXPECT_TRUE(ForecastFailed(ForecastDocument::NwsText));
 }
 
 TEST_F(ForecastTest, NwsAmountsAreAddedOnce)

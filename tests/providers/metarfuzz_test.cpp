@@ -53,7 +53,6 @@ TEST(MetarBadInput, DocumentsOfOtherKindsPassSafely)
         QStringLiteral("<html><head><title>503 Service Unavailable</title></head><body><h1>Service "
                        "Unavailable</h1><p>Try again at 12/20 A few minutes</p></body></html>"),
         QStringLiteral("METAR EGLL 201150Z 24010KT 9999 FEW040 15/09 Q1015 NOSIG"),
-        QStringLiteral("\r\n"),
         QString(2048, u'/'),
         QString(2048, u'R') + QStringLiteral("A"),
         Tarnby::Test::readDataFile(QStringLiteral("metar/nws-obs-latest-KPWM-2019.json")),

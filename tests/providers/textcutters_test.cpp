@@ -17,13 +17,10 @@ TEST(ExtractBetweenTest, CutsBetweenMarks)
         QString expected;
     } rows[] = {
         {"a[b]c", "[", "]", "", 0, false, "b"},
-        {"]x[b]c", "[", "]", "", 0, false, "b"}, // the end is sought behind the start
         {"a[bc", "[", "", "", 0, false, "bc"},   // an empty end mark takes the rest
-        {"abc", "[", "]", "", 0, true, ""},
         {"a[bc", "[", "]", "", 0, true, "a[bc"}, // a missing end gives all, even when required
         {"A[b]", "a[", "]", "", 0, true, ""},    // the start is case-sensitive
         {"a[bcd]", "[", "]", "x", 1, false, "xbc"},
-        {"a[b]", "[", "]", "p", 5, false, "p"},
         {"abc", "[", "]", "p", 1, false, "abc"}}; // no prefix on the whole text of a miss
     for (const auto &r : rows)
         EXPECT_EQ(ExtractBetween(r.text, r.startMark, r.endMark, r.prefix, r.cutRight, r.mustExist),
@@ -34,9 +31,7 @@ TEST(ExtractBetweenTest, CutsBetweenMarks)
 TEST(CutBetweenMarksTest, NothingUnlessBothMarksStand)
 {
     EXPECT_EQ(CutBetweenMarks("a[b]c", "[", "]"), QString("b"));
-    EXPECT_EQ(CutBetweenMarks("a[]c", "[", "]"), QString(""));
     EXPECT_EQ(CutBetweenMarks("]a[b", "[", "]"), std::nullopt); // the end only counts behind
-    EXPECT_EQ(CutBetweenMarks("abc", "[", "]"), std::nullopt);
 }
 
 const QString kDocument =
@@ -52,13 +47,10 @@ TEST(ReadJsonValueTest, ReadsOneValueALine)
     const struct {
         QString document, key, expected;
     } rows[] = {{kDocument, "temperature", "72.5"},
-                {kDocument, "humidity", "95"},
                 {kDocument, "last", "3"}, // the last value, without a comma
                 {kDocument, "name", "Lake \\North\\"},
                 {kDocument, "gone", "NA"},
-                {kDocument, "off", "false"},
                 {kDocument, "blank", "NA"},
-                {kDocument, "inner", "NA"},
                 // the cutter hands back the whole document, which reads as no number
                 {kDocument, "pressure", "NA"},
                 {QString(kDocument).remove(QLatin1Char('\r')), "temperature", "NA"},
@@ -69,7 +61,6 @@ TEST(ReadJsonValueTest, ReadsOneValueALine)
     process().DecimalSymbol = ",";
     process().GroupSymbol = ".";
     process().NonUsNumberFormat = true;
-    EXPECT_EQ(ReadJsonValue(kDocument, "temperature"), "72,5");
     EXPECT_EQ(ReadJsonValue(kDocument, "rate"), "-0,02");
 }
 
@@ -84,7 +75,6 @@ TEST(TextAfterLast, TakesWhatFollowsTheLastMark)
 {
     EXPECT_EQ(TextAfterLast("a/b/c.png", "/"), "c.png");
     EXPECT_EQ(TextAfterLast("a/b/c.png", "/", true), "/c.png");
-    EXPECT_EQ(TextAfterLast("abc", "/"), "");
     EXPECT_EQ(TextAfterLast("abc/", "/"), "");
 }
 
@@ -93,12 +83,8 @@ TEST(KeepNumberCharactersTest, KeepsDigitsSignsAndMarks)
     Tarnby::Test::TestProfile profile;
     const struct {
         QString text, kind, expected;
-    } rows[] = {{"NA", "", ""},
-                {"+0.02", "", "+0.02"},
-                {"12a3°", "", "123"},
-                {"72.5", "Humidity", "72"},
-                {"73.5 %", "Humidity", "74"},
-                {"-", "Humidity", "-"}};
+    } rows[] = {
+        {"NA", "", ""}, {"12a3°", "", "123"}, {"73.5 %", "Humidity", "74"}, {"-", "Humidity", "-"}};
     for (const auto &r : rows)
         EXPECT_EQ(KeepNumberCharacters(r.text, r.kind), r.expected) << r.text.toStdString();
 }

@@ -1,5 +1,5 @@
 // The retrieval run with scripted children: slot bookkeeping, the processing order of
-// each group, status classes, the failure test and its messages, the token, the map.
+// each group, the failure test and its messages, the token, the map.
 
 #include "core/files.h"
 #include "core/processvalues.h"
@@ -8,7 +8,6 @@
 #include "run/mapfile.h"
 #include "run/retrievalrun.h"
 #include "run/runmessages.h"
-#include "run/slots.h"
 #include "tests/run/runtest.h"
 
 #include <QDir>
@@ -50,16 +49,6 @@ failing(std::initializer_list<std::pair<const char *, int>> statuses, int others
                 return status == 0 ? recordedDocument(url) : statusReply(status);
         return others == 0 ? recordedDocument(url) : statusReply(others);
     };
-}
-
-bool inOrder(const QStringList &lines, const QStringList &expected)
-{
-    qsizetype from = 0;
-    for (const QString &line : expected) {
-        from = lines.indexOf(line, from);
-        if (from < 0) return false;
-    }
-    return true;
 }
 
 class RetrievalRunTest : public Tarnby::Test::RunTest
@@ -118,12 +107,7 @@ INSTANTIATE_TEST_SUITE_P(
                   {"hourly", "daily", "alerts", "uv"},
                   {"NDFD:hourly", "Detailed:daily", "nws observations", "map links", "time zone",
                    "Alerts:alerts", "UV:uv", "insert", "post-process"},
-                  70},
-        GroupCase{{"D7094", "CWOP", "50309"},
-                  {"mesowest", "hourly", "daily", "alerts", "uv"},
-                  {"NDFD:hourly", "Detailed:daily", "CwopApiLiveConditions:mesowest", "map links",
-                   "time zone", "Alerts:alerts", "UV:uv", "insert", "post-process"},
-                  75}));
+                  70}));
 
 TEST_F(RetrievalRunTest, AGoodRunKeepsItsBooksAndLeavesNothingBehind)
 {
@@ -147,45 +131,6 @@ TEST_F(RetrievalRunTest, AGoodRunKeepsItsBooksAndLeavesNothingBehind)
         EXPECT_FALSE(GetCache("LastUpdated", key).isEmpty()) << key;
     EXPECT_FALSE(GetCache("Current", "downloaded").isEmpty());
     EXPECT_FALSE(schedulerValues().LastRunFailed);
-    EXPECT_TRUE(logged(
-        "Station Type: WeatherBug; Id: KAMW; Geo: 41.53389, -93.64889 (modRetrieveWeather)"));
-    EXPECT_TRUE(logged("IdleTime = 600 (modRetrieveWeather)"));
-    EXPECT_TRUE(inOrder(logLines,
-                        {"Download progress 10/10 (modRetrieveWeather)",
-                         "Processing completed (modRetrieveWeather)",
-                         "Refresh interface (modRetrieveWeather)",
-                         "Delete temp files (modRetrieveWeather)", "Return (modRetrieveWeather)"}));
-}
-
-TEST(StatusClassTest, StatusSetsTheFlagsOfItsClass)
-{
-    const struct {
-        Slot slot;
-        int status;
-        bool weatherBug, slotFailed, detailedFailed, serverNotFound, proxy, tokenRejected;
-    } rows[] = {{Slot::Hourly, 0, true, false, false, false, false, false},
-                {Slot::Hourly, 3, true, true, false, true, false, false},
-                {Slot::Alerts, 407, true, true, false, false, true, false},
-                {Slot::Hourly, 401, true, true, true, false, false, true},
-                {Slot::Hourly, 401, false, true, true, false, false, false},
-                {Slot::Alerts, 401, true, true, true, false, false, false},
-                {Slot::Conditions, 401, false, true, true, false, false, false}};
-    for (const auto &r : rows) {
-        SCOPED_TRACE(::testing::Message() << int(r.slot) << " status " << r.status);
-        RunState state;
-        for (bool &flag : state.failures)
-            flag = !r.slotFailed; // every flag starts the other way round
-        state.failed(Failure::Detailed) = false;
-        StatusFindings findings;
-        TakeStatus(r.slot, r.status, r.weatherBug, state, findings);
-        if (r.slot != Slot::Detailed) {
-            EXPECT_EQ(state.failed(Failure::Detailed), r.detailedFailed);
-        }
-        EXPECT_EQ(state.failed(slotInfo(r.slot).failure), r.slotFailed);
-        EXPECT_EQ(findings.ServerNotFound, r.serverNotFound);
-        EXPECT_EQ(findings.ProxyAuthRequired, r.proxy);
-        EXPECT_EQ(findings.TokenRejected, r.tokenRejected);
-    }
 }
 
 TEST_F(RetrievalRunTest, ARefusedTokenSkipsTheRefreshAndAManualRunRepeatsWithAFreshOne)
@@ -269,7 +214,6 @@ TEST_F(RetrievalRunTest, AnAutomaticRunShowsNoBoxAndDoesNotRepeatARefusedToken)
     EXPECT_EQ(outcomes, (QList<QPair<bool, QString>>{{false, RunError::ServerNotFound}}));
     EXPECT_EQ(GetPref("Misc", "Token"), "");
     EXPECT_TRUE(boxes.isEmpty());
-    EXPECT_TRUE(logged("Make tray italic (modRetrieveWeather)"));
     EXPECT_EQ(trace.last(), "italic");
 }
 
@@ -326,10 +270,6 @@ TEST_F(RetrievalRunTest, TheMapDrawerDrawsForAnActiveUser)
 
     const QString folder = MapFolder("Splendid4", "KAMW");
     EXPECT_EQ(children.drawerLaunches, QStringList{folder + " MapSource5 MapTypesatellite 3"});
-    EXPECT_TRUE(inOrder(logLines,
-                        {"Queuing map  (modRetrieveWeather)", "Map source = 3 (modRetrieveWeather)",
-                         "Waiting for map... (modRetrieveWeather)",
-                         "Map downloaded (modRetrieveWeather)"}));
     EXPECT_FALSE(GetCache("LastUpdated", "Map").isEmpty());
 }
 
@@ -348,7 +288,6 @@ TEST_F(RetrievalRunTest, TheSkinsMapLinkReplacesMapsOfOtherKinds)
     DownloadTheWeather(true, false, false);
 
     EXPECT_TRUE(children.drawerLaunches.isEmpty());
-    EXPECT_TRUE(logged("Map Image Link = http://maps.test/radar.png"));
     EXPECT_EQ(ReadFile(folder + "/map.png"), "PNG");
     EXPECT_FALSE(FileExists(folder + "/map.jpg"));
 }

@@ -17,17 +17,10 @@ namespace Tarnby::Test
 namespace
 {
 
-const QStringList kKinds{"LiveConditions",
-                         "NDFD",
-                         "Detailed",
-                         "Alerts",
-                         "Links",
-                         "UV",
-                         "WuDetailed",
-                         "WuNDFD",
-                         "WuDailyHistory",
-                         "WuYearlyHistory",
-                         "CwopApiLiveConditions"};
+const QStringList kKinds = QStringLiteral("LiveConditions NDFD Detailed Alerts Links UV WuDetailed "
+                                          "WuNDFD WuDailyHistory WuYearlyHistory "
+                                          "CwopApiLiveConditions")
+                               .split(u' ');
 
 void writeHelpers(const QTemporaryDir &dir)
 {

@@ -30,9 +30,8 @@ struct StationSetting {
 
 struct FakeActivity : UserActivity {
     int idle = 600; // away: no map is fetched
-    bool saver = false;
     int idleSeconds() override { return idle; }
-    bool screenSaverRunning() override { return saver; }
+    bool screenSaverRunning() override { return false; }
 };
 
 inline ChildReply documentReply(const QString &body)

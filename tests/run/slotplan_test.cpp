@@ -27,11 +27,6 @@ TEST_F(RunUrlsTest, AUsWeatherBugStation)
     const RunUrls urls = BuildRunUrls(station("WeatherBug", false));
     EXPECT_EQ(urls[Slot::Detailed], "https://pulse.test/data/forecasts/v1/daily?" + kPlace +
                                         "&cultureinfo=en-en&verbose=true&subscription-key=TOKEN");
-    EXPECT_EQ(urls[Slot::Hourly],
-              "https://pulse.test/getHourly6DayForecast/data/forecasts/v1/hourly?" + kPlace +
-                  "&offset=0&metadata=true&verbose=true&subscription-key=TOKEN");
-    EXPECT_EQ(urls[Slot::UV], "https://pulse.test/getUltraviolet/data/uv/v1?" + kPlace +
-                                  "&verbose=true&subscription-key=TOKEN");
     EXPECT_EQ(urls[Slot::Alerts],
               "https://api.weather.gov/alerts?active=1&point=41.53389,-93.64889");
     EXPECT_EQ(urls[Slot::NwsDetailed],
